@@ -20,6 +20,15 @@ QString JoinPath(const std::wstring& base, const std::wstring& tail);
 /// True for a stored path that needs no folder to be found: a leading separator, or a drive letter with a colon.
 bool IsAbsolutePath(const std::wstring& stored);
 
+/// True when a segment of the stored path is "..": it could leave the folder that it is joined to.
+bool ClimbsOut(const std::wstring& stored);
+
+/// True for a name that stays in the folder it is joined to: not empty, not "." or "..", no separator, no colon.
+bool IsPlainName(const std::wstring& name);
+
+/// What follows the last separator of a stored path; the whole path when it has none.
+std::wstring LastSegment(const std::wstring& stored);
+
 /// True when `path` (of this machine) is an existing regular file; never opens it. Links are followed.
 bool IsRegularFile(const QString& path);
 
@@ -29,6 +38,9 @@ long long FileSize(const QString& path);
 /// Reads a whole regular file. False with a reason in words when it is no regular file, larger than `maxBytes`, or
 /// cannot be read; `bytes` is then unchanged. Blocking.
 bool ReadWholeFile(const QString& path, long long maxBytes, QByteArray& bytes, QString& reason);
+
+/// Copies the regular file `from` beside `to` and renames into place, block by block; otherwise as reading and writing.
+bool CopyWholeFile(const QString& from, const QString& to, long long maxBytes, QString& reason);
 
 /// Writes `bytes` beside `path` and renames into place, making missing folders; the old file stays whole on failure.
 bool WriteWholeFile(const QString& path, const QByteArray& bytes, QString& reason);
