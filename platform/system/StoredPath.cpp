@@ -154,8 +154,12 @@ bool IsAbsolutePath(const std::wstring& stored)
 
 bool ClimbsOut(const std::wstring& stored)
 {
-    const QString path = QString::fromStdWString(stored).replace(QLatin1Char('\\'), QLatin1Char('/'));
-    return path.split(QLatin1Char('/')).contains(QLatin1String(".."));
+    return SlashedPath(stored).split(QLatin1Char('/')).contains(QLatin1String(".."));
+}
+
+QString SlashedPath(const std::wstring& stored)
+{
+    return QString::fromStdWString(stored).replace(QLatin1Char('\\'), QLatin1Char('/'));
 }
 
 bool IsPlainName(const std::wstring& name)

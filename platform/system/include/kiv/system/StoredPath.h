@@ -26,6 +26,9 @@ bool ClimbsOut(const std::wstring& stored);
 /// True for a name that stays in the folder it is joined to: not empty, not "." or "..", no separator, no colon.
 bool IsPlainName(const std::wstring& name);
 
+/// The stored path with "/" as separator, as archives and web addresses have it.
+QString SlashedPath(const std::wstring& stored);
+
 /// What follows the last separator of a stored path; the whole path when it has none.
 std::wstring LastSegment(const std::wstring& stored);
 
