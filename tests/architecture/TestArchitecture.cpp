@@ -1,0 +1,152 @@
+#include "IncludeRules.h"
+
+#include <MaterialTest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+const QString s_root = QStringLiteral(MATERIAL_SOURCE_DIR);
+
+bool writeFile(const QString& path, const QByteArray& text)
+{
+    QFile file(path);
+    return QDir().mkpath(path.section('/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
+           file.write(text) == text.size();
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A small repository with something to include in every kind of room.
+bool makeRepository(const QString& root)
+{
+    return writeFile(root + "/platform/model/include/kiv/Appearance.h", "") &&
+           writeFile(root + "/platform/model/Document.h", "") &&
+           writeFile(root + "/platform/viewing/include/kiv/Texture.h", "") &&
+           writeFile(root + "/MaterialUI/LibraryWidget.h", "class MATERIALUI_EXPORT A;") &&
+           writeFile(root + "/MaterialUI/model/Helper.h", "class MATERIALUI_EXPORT B;") &&
+           writeFile(root + "/MaterialUI/browser/Ctrl.h", "class MATERIALUI_EXPORT C;") &&
+           writeFile(root + "/MaterialUI/browser/Thumbnails.h", "class D;") &&
+           writeFile(root + "/apps/host/MainWindow.h", "");
+}
+
+}  // namespace
+
+class TestArchitecture : public MaterialTest {
+    Q_OBJECT
+
+private slots:
+    void includesFollowTheArrows();
+    void rulesFindWhatBreaksThem_data();
+    void rulesFindWhatBreaksThem();
+    void readmeShowsTheExampleThatIsBuilt();
+};
+
+void TestArchitecture::includesFollowTheArrows()
+{
+    const CIncludeRules rules(s_root);
+    for (const char* folder : {"platform/", "MaterialUI/", "apps/"})
+        QVERIFY2(!rules.GetFiles().filter(folder).isEmpty(), folder);
+    const QStringList violations = rules.FindViolations();
+    QVERIFY2(violations.isEmpty(), qPrintable('\n' + violations.join('\n')));
+}
+
+void TestArchitecture::rulesFindWhatBreaksThem_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("wrong");  // empty: allowed
+
+    QTest::newRow("product uses the contract") << "MaterialUI/browser/New.cpp"
+                                               << "#include <kiv/Appearance.h>"
+                                               << "";
+    QTest::newRow("model uses viewing") << "platform/model/New.cpp"
+                                        << "#include <kiv/Texture.h>"
+                                        << "";
+    QTest::newRow("room uses its own") << "MaterialUI/browser/New.cpp"
+                                       << "#include \"Thumbnails.h\""
+                                       << "";
+    QTest::newRow("room uses what lies below") << "MaterialUI/editor/New.cpp"
+                                               << "#include \"Helper.h\""
+                                               << "";
+    QTest::newRow("room uses an exported peer") << "MaterialUI/editor/New.cpp"
+                                                << "#include \"Ctrl.h\""
+                                                << "";
+    QTest::newRow("root ties the rooms") << "MaterialUI/New.cpp"
+                                         << "#include \"browser/Thumbnails.h\""
+                                         << "";
+    QTest::newRow("message box in the model") << "MaterialUI/model/New.cpp"
+                                              << "#include <QMessageBox>"
+                                              << "";
+
+    QTest::newRow("viewing uses model") << "platform/viewing/New.cpp"
+                                        << "#include <kiv/Appearance.h>"
+                                        << "not below";
+    QTest::newRow("platform uses product") << "platform/model/New.cpp"
+                                           << "#include \"Helper.h\""
+                                           << "not below";
+    QTest::newRow("platform uses product by path") << "platform/model/New.h"
+                                                   << " # include \"../../MaterialUI/model/Helper.h\""
+                                                   << "not below";
+    QTest::newRow("product uses an application") << "MaterialUI/New.cpp"
+                                                 << "#include \"MainWindow.h\""
+                                                 << "not below";
+    QTest::newRow("room uses the root") << "MaterialUI/browser/New.cpp"
+                                        << "#include <LibraryWidget.h>"
+                                        << "not below";
+    QTest::newRow("model uses a room") << "MaterialUI/model/New.cpp"
+                                       << "#include \"Ctrl.h\""
+                                       << "not below";
+    QTest::newRow("private header of a peer") << "MaterialUI/editor/New.cpp"
+                                              << "#include \"Thumbnails.h\""
+                                              << "not exported";
+    QTest::newRow("private header of the platform") << "MaterialUI/model/New.cpp"
+                                                    << "#include \"Document.h\""
+                                                    << "private to platform/model";
+    QTest::newRow("around the seam") << "MaterialUI/model/New.cpp"
+                                     << "#include \"../../platform/model/include/kiv/Appearance.h\""
+                                     << "in quotes";
+    QTest::newRow("widget in the model") << "MaterialUI/model/New.cpp"
+                                         << "#include <QTreeWidget>"
+                                         << "no widget class";
+    QTest::newRow("widget in the platform") << "platform/model/New.cpp"
+                                            << "#include <QtWidgets/QWidget>"
+                                            << "no widget class";
+    QTest::newRow("unknown room") << "platform/attic/New.cpp"
+                                  << ""
+                                  << "no room";
+}
+
+void TestArchitecture::rulesFindWhatBreaksThem()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, line);
+    QFETCH(QString, wrong);
+
+    QTemporaryDir root;
+    QVERIFY(makeRepository(root.path()));
+    QVERIFY(writeFile(root.filePath(file), "#pragma once\n" + line.toUtf8() + "\n"));
+
+    const QStringList violations = CIncludeRules(root.path()).FindViolations();
+    QCOMPARE(violations.size(), wrong.isEmpty() ? 0 : 1);
+    QVERIFY2(violations.join("").contains(wrong), qPrintable(violations.join("")));
+    QVERIFY2(wrong.isEmpty() || violations[0].startsWith(file + ':'), "names the file");
+}
+
+void TestArchitecture::readmeShowsTheExampleThatIsBuilt()
+{
+    const QByteArray example = readFile(s_root + "/docs/examples/embed/main.cpp");
+    QVERIFY(!example.isEmpty());
+    QVERIFY2(readFile(s_root + "/README.md").contains("```cpp\n" + example + "```"),
+             "README.md differs from docs/examples/embed/main.cpp");
+}
+
+MATERIAL_TEST_MAIN(TestArchitecture)
+
+#include "TestArchitecture.moc"
