@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QImageReader>
+#include <QtEndian>
 
 namespace kiv {
 
@@ -21,17 +22,38 @@ bool isDrawing(const QByteArray& format)
     return format == "svg" || format == "svgz" || format == "pdf";
 }
 
-// The JPEG decoder fills what is missing with grey and calls it a success. Whole files end with an end marker after
-// their last start of scan, here looked for with room for what some programs append.
-bool isCutOff(QFile& file, const QByteArray& format)
+// Whole files end with an end marker after their last start of scan, here looked for with room for what some programs
+// append.
+bool isJpegCutOff(QFile& file)
 {
-    if (format != "jpeg" && format != "jpg")
-        return false;
     constexpr qint64 tailSize = 64 * 1024;
     file.seek(qMax<qint64>(0, file.size() - tailSize));
     const QByteArray tail = file.read(tailSize);
-    file.seek(0);
     return tail.lastIndexOf("\xff\xd9") <= tail.lastIndexOf("\xff\xda");
+}
+
+// The rows of an uncompressed picture stand in the file as they are, padded to four bytes.
+bool isBmpCutOff(QFile& file)
+{
+    file.seek(0);
+    const QByteArray header = file.read(34);
+    if (header.size() < 34)
+        return true;
+    const auto number = [&](int place) { return qFromLittleEndian<qint32>(header.constData() + place); };
+    const qint32 compression = number(30);
+    const bool hasPlainRows = number(14) >= 40 && (compression == 0 || compression == 3);
+    const qint64 bitsPerPixel = qFromLittleEndian<quint16>(header.constData() + 28);
+    const qint64 rowBytes = (number(18) * bitsPerPixel + 31) / 32 * 4;
+    return hasPlainRows && quint32(number(10)) + rowBytes * qAbs(qint64(number(22))) > file.size();
+}
+
+// The decoders of these fill what is missing with grey or with nothing at all, and call it a success.
+bool isCutOff(QFile& file, const QByteArray& format)
+{
+    const qint64 place = file.pos();
+    const bool cutOff = format == "jpeg" ? isJpegCutOff(file) : format == "bmp" && isBmpCutOff(file);
+    file.seek(place);
+    return cutOff;
 }
 
 // The picture as stored: a camera's note on how to turn it is not followed, since coordinates refer to the stored rows.
@@ -44,7 +66,7 @@ QImage decode(const QString& path)
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(false);
     const QByteArray format = reader.format();
-    if (format.isEmpty() || isDrawing(format) || isCutOff(file, format) || !hasDecodableSize(reader.size()))
+    if (format.isEmpty() || isDrawing(format) || !hasDecodableSize(reader.size()) || isCutOff(file, format))
         return {};
     const QImage image = reader.read();
     return hasDecodableSize(image.size()) ? image.convertToFormat(QImage::Format_RGBA8888) : QImage();
