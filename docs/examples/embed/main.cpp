@@ -15,6 +15,6 @@ int main(int argc, char** argv)
     dialog.SetApplyAppearanceReactor([](const kiv::CAppearanceInstancePtr& appearance) {
         qInfo("draw the element that is selected with %s", appearance->GetName().c_str());
     });
-    QObject::connect(&dialog, &CMaterialLibraryWidget::MatApply, [](QString& id) { qInfo() << "keep" << id; });
+    QObject::connect(&dialog, &CMaterialLibraryWidget::MatApply, [](QString& id) { qInfo("keep %s", qPrintable(id)); });
     return dialog.exec() == QDialog::Accepted ? 0 : 1;
 }
