@@ -2,6 +2,7 @@
 
 #include "ArchiveReader.h"
 #include "ArchiveWriter.h"
+#include "JsonDocument.h"
 
 #include <glenox/StdStringTrans.h>
 #include <kiv/AppearanceLibraryManager.h>
@@ -78,9 +79,8 @@ CAppearanceInstancePtr readDocument(CAppearanceParser& parser, CArchiveReader& a
         return {};
     const auto appearance = parser.AppearanceFromString(document.toStdString());
     if (!appearance) {
-        const CParseError refusal = parser.GetLastError();
-        archive.Refuse(refusal.place.empty() ? DocumentName : DocumentName + ("/" + refusal.place), refusal.reason,
-                       error);
+        archive.Refuse(DocumentName, parser.GetLastError().reason, error);
+        error.place += parser.GetLastError().place;
     }
     return appearance;
 }
@@ -238,7 +238,7 @@ bool WriteAppearanceArchive(const CAppearanceParser& parser, const CAppearanceLi
     } catch (const std::bad_alloc&) {
         reason = QStringLiteral("is too large for the memory");
     }
-    error = {GStdStringTrans::WStringToString(system::LastSegment(path)), reason.toLocal8Bit().toStdString()};
+    error = {FilePlace(path), reason.toLocal8Bit().toStdString()};
     return false;
 }
 

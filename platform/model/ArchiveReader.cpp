@@ -1,6 +1,8 @@
 #include "ArchiveReader.h"
 
-#include <glenox/StdStringTrans.h>
+#include "JsonDocument.h"
+#include "NarrowText.h"
+
 #include <kiv/system/StoredPath.h>
 
 #include <QString>
@@ -41,14 +43,13 @@ void CArchiveReader::Discard::operator()(zip* archive) const
 
 bool CArchiveReader::Refuse(const String& member, const String& reason, CParseError& error) const
 {
-    const String name = QString::fromUtf8(member.c_str()).toLocal8Bit().toStdString();
-    error = {name.empty() ? m_fileName : m_fileName + "/" + name, reason};
+    error = {member.empty() ? m_fileName : m_fileName + "/" + NarrowFromUtf8(member), reason};
     return false;
 }
 
 bool CArchiveReader::Open(const std::wstring& path, CParseError& error)
 {
-    m_fileName = GStdStringTrans::WStringToString(system::LastSegment(path));
+    m_fileName = FilePlace(path);
     QString reason;
     if (!system::ReadWholeFile(system::NativePath(path), MaxUnpackedBytes, m_bytes, reason))
         return Refuse({}, reason.toLocal8Bit().toStdString(), error);

@@ -1,5 +1,7 @@
 #include "LibraryFolderLoader.h"
 
+#include "JsonDocument.h"
+
 #include <kiv/AppearanceLibraryParser.h>
 #include <kiv/system/StoredPath.h>
 
@@ -16,21 +18,16 @@ const char* const TextureTemplateName = "Texture";
 const char* const SystemLibraryFolder = "System Library";
 constexpr long long MaxTemplateBytes = 16LL * 1024 * 1024;
 
-String narrow(const QString& text)
-{
-    return text.toLocal8Bit().toStdString();
-}
-
 }  // namespace
 
 /// Names the file, unless the error's own place already begins with it.
 void CLibraryFolderLoader::report(const QString& path, const CParseError& error)
 {
-    const String name = narrow(QFileInfo(path).fileName());
+    const String name = FilePlace(path.toStdWString());
     if (error.place.compare(0, name.size(), name) == 0)
         m_report.push_back(error);
     else
-        m_report.push_back({error.place.empty() ? name : name + "/" + error.place, error.reason});
+        m_report.push_back({name + error.place, error.reason});
 }
 
 /// The folder's JSON files in the order of their names. False with a report when there is no such folder to read.
@@ -83,7 +80,7 @@ bool CLibraryFolderLoader::loadTemplate(const QString& path)
     QByteArray text;
     QString reason;
     if (!system::ReadWholeFile(path, MaxTemplateBytes, text, reason)) {
-        report(path, {{}, narrow(reason)});
+        report(path, {{}, reason.toLocal8Bit().toStdString()});
         return false;
     }
     CParseError error;

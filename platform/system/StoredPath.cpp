@@ -15,6 +15,9 @@ namespace kiv::system {
 
 namespace {
 
+// Room for the padding that readers of JSON append: growing a block of a gigabyte would copy it.
+constexpr int Spare = 64;
+
 bool isSeparator(QChar c)
 {
     return c == QLatin1Char('/') || c == QLatin1Char('\\');
@@ -63,6 +66,7 @@ bool openRegularFile(QFile& file, long long maxBytes, QString& reason, long long
 // Reads as many bytes as the file has now. Some files of the system have no size and never end, and are cut off here.
 bool readBytes(QFile& file, long long size, QByteArray& bytes, QString& reason)
 {
+    bytes.reserve(int(size) + Spare);
     bytes.resize(int(size));
     long long done = 0;
     while (done < size) {
@@ -194,7 +198,7 @@ long long FileSize(const QString& path)
 bool ReadWholeFile(const QString& path, long long maxBytes, QByteArray& bytes, QString& reason)
 {
     // What a QByteArray can hold, less its own head.
-    constexpr long long most = std::numeric_limits<int>::max() - 64;
+    constexpr long long most = std::numeric_limits<int>::max() - 64 - Spare;
     QFile file(path);
     QByteArray read;
     try {
