@@ -1,0 +1,343 @@
+#include "JsonValue.h"
+
+#include "JsonDocument.h"
+#include "JsonText.h"
+#include "NarrowText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+namespace kiv {
+
+namespace {
+
+using simdjson::dom::element;
+using simdjson::dom::element_type;
+
+const char* kindOf(element json)
+{
+    switch (json.type()) {
+    case element_type::ARRAY:
+        return "a list";
+    case element_type::OBJECT:
+        return "an object";
+    case element_type::STRING:
+        return "a text";
+    case element_type::BOOL:
+        return "true or false";
+    case element_type::NULL_VALUE:
+        return "null";
+    case element_type::DOUBLE:
+        return "a number with a fraction";
+    default:
+        return "a whole number";
+    }
+}
+
+bool refuseKind(const char* expected, element json, CParseError& error)
+{
+    return Refuse(error, String("expected ") + expected + ", found " + kindOf(json));
+}
+
+/// Bit by bit, so that -0.0 is not taken for the 0.0 of a default.
+template <typename T>
+bool holdsSame(const CPropertyValuePtr& slot, const T& value)
+{
+    const T* held = slot->TryGet<T>();
+    return held && std::memcmp(held, &value, sizeof(T)) == 0;
+}
+
+template <typename T>
+bool store(const T& value, CPropertyValuePtr& slot)
+{
+    if (!holdsSame(slot, value))
+        slot = MakePropertyValue(value);
+    return true;
+}
+
+CPropertyValuePtr sharedBool(bool value)
+{
+    static const CPropertyValuePtr values[] = {MakePropertyValue(false), MakePropertyValue(true)};
+    return values[value];
+}
+
+bool readFloat(element json, float& value, CParseError& error)
+{
+    double number = 0;
+    if (json.get(number))
+        return refuseKind("a number", json, error);
+    // Half a unit in the last place above the largest float, from where on it would become infinity.
+    if (std::abs(number) >= 0x1.ffffffp127)
+        return Refuse(error, "the number is too large");
+    value = float(number);
+    return true;
+}
+
+bool readInt(element json, CPropertyValuePtr& slot, CParseError& error)
+{
+    std::int64_t number = 0;
+    if (!json.is<std::int64_t>() && !json.is<std::uint64_t>())
+        return refuseKind("a whole number", json, error);
+    if (json.get(number) || number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max())
+        return Refuse(error, "the number is too large");
+    return store(int(number), slot);
+}
+
+bool readBool(element json, CPropertyValuePtr& slot, CParseError& error)
+{
+    bool value = false;
+    if (json.get(value))
+        return refuseKind("true or false", json, error);
+    slot = sharedBool(value);
+    return true;
+}
+
+bool readString(element json, CPropertyValuePtr& slot, CParseError& error)
+{
+    std::string_view utf8;
+    if (json.get(utf8))
+        return refuseKind("a text", json, error);
+    String text;
+    if (!ReadText(utf8, text, error))
+        return false;
+    if (*slot->TryGet<String>() != text)
+        slot = MakePropertyValue(std::move(text));
+    return true;
+}
+
+String pluralNumbers(std::size_t count)
+{
+    return std::to_string(count) + (count == 1 ? " number" : " numbers");
+}
+
+bool readFloats(element json, float* values, std::size_t count, CParseError& error)
+{
+    simdjson::dom::array list;
+    if (json.get(list))
+        return refuseKind(("a list of " + pluralNumbers(count)).c_str(), json, error);
+    if (list.size() != count)
+        return Refuse(error, "expected " + pluralNumbers(count) + ", found " + std::to_string(list.size()));
+    std::size_t i = 0;
+    for (const element entry : list) {
+        if (!readFloat(entry, values[i], error)) {
+            error.place.insert(0, PointerSegment(std::to_string(i)));
+            return false;
+        }
+        ++i;
+    }
+    return true;
+}
+
+/// Vectors and matrices are nothing but their floats in order.
+template <typename T>
+bool readVector(element json, CPropertyValuePtr& slot, CParseError& error)
+{
+    constexpr std::size_t count = sizeof(T) / sizeof(float);
+    float values[count];
+    if (!readFloats(json, values, count, error))
+        return false;
+    T value;
+    std::memcpy(static_cast<void*>(&value), values, sizeof(value));
+    return store(value, slot);
+}
+
+/// Whether the shortest texts of the number as float and as double are the same.
+bool isFloat(double number)
+{
+    if (std::abs(number) >= 0x1.ffffffp127)
+        return false;
+    char asDouble[32];
+    char asFloat[32];
+    const auto doubleEnd = std::to_chars(asDouble, asDouble + sizeof(asDouble), number).ptr;
+    const auto floatEnd = std::to_chars(asFloat, asFloat + sizeof(asFloat), float(number)).ptr;
+    return std::equal(asDouble, doubleEnd, asFloat, floatEnd);
+}
+
+bool isFloatList(const simdjson::dom::array& list)
+{
+    for (const element entry : list) {
+        if (entry.type() != element_type::DOUBLE || !isFloat(entry))
+            return false;
+    }
+    return true;
+}
+
+CPropertyValuePtr emptyVector(std::size_t count)
+{
+    switch (count) {
+    case 2:
+        return MakePropertyValue(CVec2<float>());
+    case 3:
+        return MakePropertyValue(CVec3<float>());
+    case 4:
+        return MakePropertyValue(CVec4<float>());
+    case 9:
+        return MakePropertyValue(CMatrix3<float>());
+    default:
+        return {};
+    }
+}
+
+class CRawJsonWriter {
+public:
+    explicit CRawJsonWriter(CParseError& error) : m_error(error) {}
+
+    bool Append(element json, int depth)
+    {
+        switch (json.type()) {
+        case element_type::ARRAY:
+            return depth <= MaxJsonDepth ? appendList(json, depth) : refuseDepth();
+        case element_type::OBJECT:
+            return depth <= MaxJsonDepth ? appendObject(json, depth) : refuseDepth();
+        case element_type::STRING:
+            return appendText(json);
+        case element_type::DOUBLE:
+            AppendJsonNumber(m_json, double(json));
+            return true;
+        default:
+            m_json += simdjson::minify(json);
+            return true;
+        }
+    }
+
+    String Take() { return std::move(m_json); }
+
+private:
+    bool refuseDepth() { return Refuse(m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels"); }
+
+    bool appendText(std::string_view utf8)
+    {
+        if (!simdjson::validate_utf8(utf8))
+            return Refuse(m_error, "a text with half a surrogate pair");
+        AppendJsonString(m_json, utf8);
+        return true;
+    }
+
+    bool appendList(const simdjson::dom::array& list, int depth)
+    {
+        char separator = '[';
+        std::size_t index = 0;
+        for (const element entry : list) {
+            m_json += separator;
+            separator = ',';
+            if (!Append(entry, depth + 1))
+                return placed(std::to_string(index));
+            ++index;
+        }
+        m_json += separator == '[' ? "[]" : "]";
+        return true;
+    }
+
+    /// In key order, as the whole document is.
+    bool appendObject(const simdjson::dom::object& object, int depth)
+    {
+        std::vector<simdjson::dom::key_value_pair> fields;
+        for (const auto field : object)
+            fields.push_back(field);
+        std::sort(fields.begin(), fields.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
+        char separator = '{';
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (i > 0 && fields[i - 1].key == fields[i].key && !Refuse(m_error, "the key stands here twice"))
+                return placed(fields[i].key);
+            m_json += separator;
+            separator = ',';
+            if (!appendText(fields[i].key))
+                return false;
+            m_json += ':';
+            if (!Append(fields[i].value, depth + 1))
+                return placed(fields[i].key);
+        }
+        m_json += separator == '{' ? "{}" : "}";
+        return true;
+    }
+
+    bool placed(std::string_view key)
+    {
+        m_error.place.insert(0, PointerSegment(key));
+        return false;
+    }
+
+    CParseError& m_error;
+    String m_json;
+};
+
+CPropertyValuePtr readRaw(element json, int depth, CParseError& error)
+{
+    CRawJsonWriter writer(error);
+    return writer.Append(json, depth) ? MakePropertyValue(CRawJson{writer.Take()}) : nullptr;
+}
+
+CPropertyValuePtr readTyped(element json, CPropertyValuePtr slot, CParseError& error)
+{
+    return ReadTypedValue(json, slot, error) ? slot : nullptr;
+}
+
+CPropertyValuePtr readList(element json, int depth, CParseError& error)
+{
+    const simdjson::dom::array list = json;
+    CPropertyValuePtr vector = emptyVector(list.size());
+    return vector && isFloatList(list) ? readTyped(json, vector, error) : readRaw(json, depth, error);
+}
+
+bool fitsInt(std::int64_t number)
+{
+    return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+}
+
+}  // namespace
+
+bool ReadText(std::string_view utf8, String& text, CParseError& error)
+{
+    if (!simdjson::validate_utf8(utf8))
+        return Refuse(error, "a text with half a surrogate pair");
+    text = NarrowFromUtf8(utf8);
+    return true;
+}
+
+bool ReadTypedValue(element json, CPropertyValuePtr& slot, CParseError& error)
+{
+    const std::type_info& type = slot->GetType();
+    if (type == typeid(float)) {
+        float value = 0;
+        return readFloat(json, value, error) && store(value, slot);
+    }
+    if (type == typeid(String))
+        return readString(json, slot, error);
+    if (type == typeid(bool))
+        return readBool(json, slot, error);
+    if (type == typeid(CVec4<float>))
+        return readVector<CVec4<float>>(json, slot, error);
+    if (type == typeid(CVec2<float>))
+        return readVector<CVec2<float>>(json, slot, error);
+    if (type == typeid(int))
+        return readInt(json, slot, error);
+    if (type == typeid(CVec3<float>))
+        return readVector<CVec3<float>>(json, slot, error);
+    if (type == typeid(CMatrix3<float>))
+        return readVector<CMatrix3<float>>(json, slot, error);
+    return Refuse(error, "the template's default has a type that no document holds");
+}
+
+CPropertyValuePtr ReadUntypedValue(element json, int depth, CParseError& error)
+{
+    switch (json.type()) {
+    case element_type::BOOL:
+        return sharedBool(json);
+    case element_type::STRING:
+        return readTyped(json, MakePropertyValue(String()), error);
+    case element_type::INT64:
+        return fitsInt(json) ? MakePropertyValue(int(std::int64_t(json))) : readRaw(json, depth, error);
+    case element_type::DOUBLE:
+        return isFloat(json) ? MakePropertyValue(float(double(json))) : readRaw(json, depth, error);
+    case element_type::ARRAY:
+        return readList(json, depth, error);
+    default:
+        return readRaw(json, depth, error);
+    }
+}
+
+}  // namespace kiv

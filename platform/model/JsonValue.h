@@ -1,0 +1,26 @@
+#pragma once
+
+#include <kiv/ParseError.h>
+#include <kiv/PropertyValue.h>
+
+#include <simdjson.h>
+
+namespace kiv {
+
+/// Single values of a parsed document, texture sub-appearances excepted.
+
+/// Deepest nesting that is walked; a document itself is level 1.
+constexpr int MaxJsonDepth = 32;
+
+/// Reads a value of the type that `slot` holds. `slot` stays as it is where the value equals it, so that appearances
+/// share their template's defaults. False with the reason for a value of another type.
+bool ReadTypedValue(simdjson::dom::element json, CPropertyValuePtr& slot, CParseError& error);
+
+/// The value of an undeclared key by its looks; CRawJson for what is no value type. Null with the reason for what is
+/// nested too deep, has a key twice or a text that is no text.
+CPropertyValuePtr ReadUntypedValue(simdjson::dom::element json, int depth, CParseError& error);
+
+/// A text of the document as narrow string. False with the reason for half a surrogate pair.
+bool ReadText(std::string_view utf8, String& text, CParseError& error);
+
+}  // namespace kiv

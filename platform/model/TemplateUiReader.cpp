@@ -1,0 +1,121 @@
+#include "TemplateUiReader.h"
+
+#include "JsonDocument.h"
+#include "JsonValue.h"
+#include "ParameterText.h"
+#include "UiElementType.h"
+
+#include <algorithm>
+
+namespace kiv {
+
+namespace {
+
+constexpr int MaxUiLevels = 8;
+const char* const PanelsKey = "StackPanels";
+
+}  // namespace
+
+bool CTemplateUiReader::readPanels(const simdjson::dom::object& panel, int level,
+                                   std::vector<CAppearanceUIElement>& elements) const
+{
+    const auto json = panel.at_key(PanelsKey);
+    if (json.error())
+        return true;
+    simdjson::dom::array list;
+    if (json.get(list))
+        return refuseAt(PanelsKey, "expected a list of elements");
+    if (level > MaxUiLevels)
+        return refuseAt(PanelsKey, "elements are nested deeper than " + std::to_string(MaxUiLevels) + " levels");
+    std::size_t index = 0;
+    for (const auto entry : list) {
+        if (!readElement(entry, level, elements))
+            return placeAt(std::to_string(index)) || placeAt(PanelsKey);
+        ++index;
+    }
+    return true;
+}
+
+bool CTemplateUiReader::readElement(simdjson::dom::element json, int level,
+                                    std::vector<CAppearanceUIElement>& elements) const
+{
+    simdjson::dom::object fields;
+    if (json.get(fields))
+        return Refuse(m_error, "an element is an object");
+    std::map<String, String> attributes;
+    std::vector<CAppearanceUIElement> children;
+    if (!readAttributes(fields, attributes) || !readPanels(fields, level + 1, children))
+        return false;
+    elements.emplace_back(std::move(attributes), std::move(children));
+    return check(elements.back());
+}
+
+bool CTemplateUiReader::readAttributes(const simdjson::dom::object& json, std::map<String, String>& attributes) const
+{
+    for (const auto field : json) {
+        if (field.key == PanelsKey)
+            continue;
+        std::string_view utf8;
+        String key;
+        String text;
+        if (field.value.get(utf8))
+            return refuseAt(field.key, "an element's attributes are texts");
+        if (!ReadText(field.key, key, m_error) || !ReadText(utf8, text, m_error))
+            return placeAt(field.key);
+        if (!attributes.emplace(key, text).second)
+            return refuseAt(field.key, "the key stands here twice");
+    }
+    return true;
+}
+
+bool CTemplateUiReader::check(const CAppearanceUIElement& element) const
+{
+    const auto* type = FindUiElementType(element.GetAttribute("type"));
+    if (!type)
+        return refuseAt("type", "there is no element of type \"" + element.GetAttribute("type") + "\"");
+    if (!element.GetStackPanels().empty() && !type->isGroup)
+        return refuseAt(PanelsKey, "only a group has elements of its own");
+    if ((type->isControl || type->isGroup) && element.GetAttribute("id").empty())
+        return refuseAt("id", "the element has no identifier");
+    if (element.HasAttribute("range") && !checkRange(element.GetAttribute("range")))
+        return false;
+    return checkParameter(element, *type);
+}
+
+bool CTemplateUiReader::checkParameter(const CAppearanceUIElement& element, const CUiElementType& type) const
+{
+    const String key = element.GetAttribute("parameter");
+    if (key.empty())
+        return !type.isControl || refuseAt("parameter", "the element shows no parameter");
+    const auto* parameter = m_parameters.FindParameter(key);
+    if (!parameter)
+        return refuseAt("parameter", "there is no parameter \"" + key + "\"");
+    if (std::find(type.shown.begin(), type.shown.end(), parameter->type) == type.shown.end())
+        return refuseAt("parameter", "the parameter \"" + key + "\" is of no type that this element shows");
+    return true;
+}
+
+bool CTemplateUiReader::checkRange(const String& range) const
+{
+    const auto separator = range.find('~');
+    const std::string_view text = range;
+    const auto low = ParseNumber(text.substr(0, separator));
+    const auto high = separator == String::npos ? std::nullopt : ParseNumber(text.substr(separator + 1));
+    if (!low || !high)
+        return refuseAt("range", "expected two numbers joined by \"~\"");
+    return *low < *high || refuseAt("range", "the lower bound is not below the upper one");
+}
+
+bool CTemplateUiReader::refuseAt(std::string_view key, String reason) const
+{
+    m_error.reason = std::move(reason);
+    return placeAt(key);
+}
+
+bool CTemplateUiReader::placeAt(std::string_view key) const
+{
+    m_error.place.insert(0, PointerSegment(key));
+    return false;
+}
+
+}  // namespace kiv
