@@ -102,14 +102,14 @@ QJsonValue value(Dice& dice, const QString& type, double min, double max)
 
 CLibraryGenerator::CLibraryGenerator(const GeneratorOptions& options) : m_options(options)
 {
-    QDir folder(options.templates);
+    const QDir folder(options.templates.isEmpty() ? MATERIAL_TEMPLATES_DIR : options.templates);
     for (const QString& entry : folder.entryList({"*.json"}, QDir::Files, QDir::Name)) {
         QFile file(folder.filePath(entry));
         if (file.open(QIODevice::ReadOnly))
             readTemplate(file.readAll());
     }
     if (m_types.isEmpty())
-        m_error = QString("no templates of appearances in \"%1\"").arg(options.templates);
+        m_error = QString("no templates of appearances in \"%1\"").arg(folder.path());
 }
 
 void CLibraryGenerator::readTemplate(const QByteArray& json)

@@ -10,8 +10,9 @@
 
 struct GeneratorOptions {
     int count = 1000;
-    /// Folder of template documents; every template with a "diffuse_texture" is a type of appearance.
-    QString templates;
+    /// Folder of template documents, empty for the shipped ones as this build staged them (target material_data). Every
+    /// template with a "diffuse_texture" is a type of appearance.
+    QString templates = {};
     /// What a document is padded to with tags, about; a document without tags takes some 1,100.
     int bytes = 2048;
     quint64 seed = 1;

@@ -45,7 +45,7 @@ void declareOptions(QCommandLineParser& parser)
     parser.setApplicationDescription("Makes a library of varied appearances, for measurements and tests.");
     parser.addHelpOption();
     parser.addOptions({{"count", "Number of appearances.", "N", "1000"},
-                       {"templates", "Folder of template documents.", "DIR"},
+                       {"templates", "Folder of template documents, instead of the shipped ones.", "DIR"},
                        {"out", "Library file to write.", "FILE"},
                        {"documents", "Folder to write one document a file into.", "DIR"},
                        {"bytes", "Size of a document, about.", "B", "2048"},
@@ -73,7 +73,7 @@ int main(int argc, char** argv)
 
     GeneratorOptions options;
     if (!readOptions(parser, options) || parser.isSet("out") == parser.isSet("documents"))
-        return fail("needs --templates DIR and either --out FILE or --documents DIR; --help tells more");
+        return fail("needs either --out FILE or --documents DIR; --help tells more");
 
     const CLibraryGenerator generator(options);
     if (!generator.GetError().isEmpty())
