@@ -2,7 +2,6 @@
 
 #include "JsonDocument.h"
 #include "JsonValue.h"
-#include "NarrowText.h"
 
 #include <kiv/AppearanceLibraryManager.h>
 
@@ -67,16 +66,19 @@ bool CAppearanceDocumentReader::readAppearance(const object& fields, const CAppe
 {
     if (depth > MaxJsonDepth)
         return Refuse(*m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels");
-    return declare(fields, prototype, target) && readFields(fields, depth, target);
+    const std::string_view name = templateName(fields);
+    if (name.empty())
+        return refuseAt("template", "the template's name is missing or no text");
+    return declare(name, prototype, target) && readFields(fields, depth, name == TextureTemplateName, target);
 }
 
 /// Gives the target the defaults that its template, or the prototype of a declared texture, declares.
-bool CAppearanceDocumentReader::declare(const object& fields, const CAppearanceInstance* prototype,
+bool CAppearanceDocumentReader::declare(std::string_view utf8Name, const CAppearanceInstance* prototype,
                                         CAppearanceInstance& target)
 {
-    const String name = NarrowFromUtf8(templateName(fields));
-    if (name.empty())
-        return refuseAt("template", "the template's name is missing or no text");
+    String name;
+    if (!ReadText(utf8Name, name, *m_error))
+        return placeAt("template");
     if (!prototype) {
         declareByTemplate(name, target);
         return true;
@@ -100,23 +102,21 @@ void CAppearanceDocumentReader::declareByTemplate(const String& name, CAppearanc
 
 /// Documents that were written here have their keys in order, as the defaults are: the walk goes in step with them and
 /// searches only where it gets out of step.
-bool CAppearanceDocumentReader::readFields(const object& fields, int depth, CAppearanceInstance& target)
+bool CAppearanceDocumentReader::readFields(const object& fields, int depth, bool isTexture, CAppearanceInstance& target)
 {
-    auto& slots = target.m_properties;
-    SlotStates states(slots.size(), SlotDefault);
-    const bool isTexture = templateName(fields) == TextureTemplateName;
+    SlotStates states(target.size(), SlotDefault);
     std::vector<Extra> extras;
-    auto expected = slots.begin();
+    std::size_t slot = 0;
     for (const auto field : fields) {
-        if (expected == slots.end() || expected->first != field.key)
-            expected = slots.find(String(field.key));
-        if (expected == slots.end()) {
+        if (slot == states.size() || (*target.m_keys)[slot] != field.key)
+            slot = target.IndexOf(field.key);
+        if (slot == states.size()) {
             if (!readExtra(field.key, field.value, depth, isTexture, extras))
                 return false;
-        } else if (!readSlot(field, depth, states[std::size_t(expected - slots.begin())], expected->second)) {
+        } else if (!readSlot(field, depth, states[slot], target.m_values[slot])) {
             return false;
         } else {
-            ++expected;
+            ++slot;
         }
     }
     copyPrototypes(states, target);
@@ -138,7 +138,7 @@ void CAppearanceDocumentReader::copyPrototypes(const SlotStates& states, CAppear
     for (std::size_t i = 0; i < states.size(); ++i) {
         if (states[i] == SlotRead)
             continue;
-        CPropertyValuePtr& value = target.m_properties.nth(i)->second;
+        CPropertyValuePtr& value = target.m_values[i];
         if (const auto* prototype = value->TryGet<CAppearanceInstancePtr>())
             value = copyOf(**prototype);
     }
@@ -206,10 +206,20 @@ bool CAppearanceDocumentReader::addExtras(std::vector<Extra>& extras, CAppearanc
                                           [](const Extra& a, const Extra& b) { return a.first == b.first; });
     if (twice != extras.end())
         return refuseAt(twice->first, TwiceReason);
-    target.m_properties.reserve(target.m_properties.size() + extras.size());
-    target.m_properties.insert(boost::container::ordered_unique_range, std::make_move_iterator(extras.begin()),
-                               std::make_move_iterator(extras.end()));
+    for (const auto& [key, value] : extras)
+        target.SetProperty(key, value);
+    shareKeys(target);
     return true;
+}
+
+/// Documents of one origin have the same undeclared keys.
+void CAppearanceDocumentReader::shareKeys(CAppearanceInstance& target)
+{
+    target.m_values.shrink_to_fit();
+    if (m_lastKeys && *m_lastKeys == *target.m_keys)
+        target.m_keys = m_lastKeys;
+    else
+        m_lastKeys = target.m_keys;
 }
 
 bool CAppearanceDocumentReader::refuseAt(std::string_view key, String reason)

@@ -26,10 +26,9 @@ private:
 
     bool readAppearance(const simdjson::dom::object& object, const CAppearanceInstance* prototype, int depth,
                         CAppearanceInstance& target);
-    bool declare(const simdjson::dom::object& object, const CAppearanceInstance* prototype,
-                 CAppearanceInstance& target);
+    bool declare(std::string_view utf8Name, const CAppearanceInstance* prototype, CAppearanceInstance& target);
     void declareByTemplate(const String& name, CAppearanceInstance& target);
-    bool readFields(const simdjson::dom::object& object, int depth, CAppearanceInstance& target);
+    bool readFields(const simdjson::dom::object& object, int depth, bool isTexture, CAppearanceInstance& target);
     bool readSlot(const simdjson::dom::key_value_pair& field, int depth, char& state, CPropertyValuePtr& slot);
     void copyPrototypes(const SlotStates& states, CAppearanceInstance& target);
     bool readDeclared(simdjson::dom::element json, int depth, CPropertyValuePtr& slot);
@@ -39,11 +38,13 @@ private:
     CPropertyValuePtr readUndeclared(std::string_view key, simdjson::dom::element json, int depth, bool isTexture);
     CPropertyValuePtr readSubAppearance(const simdjson::dom::object& object, int depth);
     bool addExtras(std::vector<Extra>& extras, CAppearanceInstance& target);
+    void shareKeys(CAppearanceInstance& target);
     bool refuseAt(std::string_view key, String reason);
     bool placeAt(std::string_view key);
 
     const CAppearanceLibraryManager& m_manager;
     CParseError* m_error = nullptr;
+    std::shared_ptr<CPropertySet::Keys> m_lastKeys;
 };
 
 }  // namespace kiv

@@ -54,8 +54,8 @@ CAppearanceInstance::CAppearanceInstance(CAppearanceTemplatePtr appearanceTempla
     if (!m_template)
         return;
     static_cast<CPropertySet&>(*this) = m_template->GetDefaults();
-    for (auto& property : m_properties)
-        property.second = ownValue(property.second);
+    for (auto& value : m_values)
+        value = ownValue(value);
 }
 
 String CAppearanceInstance::GetTemplateName() const
@@ -191,12 +191,14 @@ void CAppearanceInstance::Assign(const CAppearanceInstance& other)
 {
     if (this == &other)
         return;
-    Map properties = other.m_properties;
-    for (auto& property : properties)
-        property.second = ownValue(property.second);
-    m_properties = std::move(properties);
+    // `other` may be a texture of this appearance and go with the old values.
+    std::vector<CPropertyValuePtr> values = other.m_values;
+    for (auto& value : values)
+        value = ownValue(value);
+    m_keys = other.m_keys;
     m_template = other.m_template;
     m_cloudFlag = other.m_cloudFlag;
+    m_values = std::move(values);
 }
 
 void CAppearanceInstance::IncompleteAssign(const CAppearanceInstance& other, bool takeTemplate, bool exact)
@@ -235,9 +237,7 @@ bool AreEqual(const CAppearanceInstance& a, const CAppearanceInstance& b)
 
 bool IsTexture(const CAppearanceInstance& appearance)
 {
-    const CPropertyValuePtr name = appearance.FindProperty("template");
-    const String* text = name ? name->TryGet<String>() : nullptr;
-    return text && *text == TextureTemplateName;
+    return appearance.GetTemplateName() == TextureTemplateName;
 }
 
 }  // namespace kiv

@@ -65,7 +65,7 @@ CPropertyValuePtr sharedBool(bool value)
     return values[value];
 }
 
-bool readFloat(element json, float& value, CParseError& error)
+bool readNumber(element json, float& value, CParseError& error)
 {
     double number = 0;
     if (json.get(number))
@@ -75,6 +75,12 @@ bool readFloat(element json, float& value, CParseError& error)
         return Refuse(error, "the number is too large");
     value = float(number);
     return true;
+}
+
+bool readFloat(element json, CPropertyValuePtr& slot, CParseError& error)
+{
+    float value = 0;
+    return readNumber(json, value, error) && store(value, slot);
 }
 
 bool readInt(element json, CPropertyValuePtr& slot, CParseError& error)
@@ -104,7 +110,7 @@ bool readString(element json, CPropertyValuePtr& slot, CParseError& error)
     String text;
     if (!ReadText(utf8, text, error))
         return false;
-    if (*slot->TryGet<String>() != text)
+    if (slot->Get<String>() != text)
         slot = MakePropertyValue(std::move(text));
     return true;
 }
@@ -123,7 +129,7 @@ bool readFloats(element json, float* values, std::size_t count, CParseError& err
         return Refuse(error, "expected " + pluralNumbers(count) + ", found " + std::to_string(list.size()));
     std::size_t i = 0;
     for (const element entry : list) {
-        if (!readFloat(entry, values[i], error)) {
+        if (!readNumber(entry, values[i], error)) {
             error.place.insert(0, PointerSegment(std::to_string(i)));
             return false;
         }
@@ -143,6 +149,31 @@ bool readVector(element json, CPropertyValuePtr& slot, CParseError& error)
     T value;
     std::memcpy(static_cast<void*>(&value), values, sizeof(value));
     return store(value, slot);
+}
+
+using Reader = bool (*)(element, CPropertyValuePtr&, CParseError&);
+
+/// The types that documents hold have one address each where everything is linked into one program; only between
+/// libraries of a host may it take the slower comparison.
+Reader findReader(const std::type_info& type)
+{
+    static const std::pair<const std::type_info*, Reader> readers[] = {
+        {&typeid(float), readFloat},
+        {&typeid(String), readString},
+        {&typeid(bool), readBool},
+        {&typeid(int), readInt},
+        {&typeid(CVec2<float>), readVector<CVec2<float>>},
+        {&typeid(CVec3<float>), readVector<CVec3<float>>},
+        {&typeid(CVec4<float>), readVector<CVec4<float>>},
+        {&typeid(CMatrix3<float>), readVector<CMatrix3<float>>},
+    };
+    for (const auto& [known, reader] : readers) {
+        if (known == &type)
+            return reader;
+    }
+    const auto found =
+        std::find_if(std::begin(readers), std::end(readers), [&](const auto& entry) { return *entry.first == type; });
+    return found == std::end(readers) ? nullptr : found->second;
 }
 
 /// Whether the shortest texts of the number as float and as double are the same.
@@ -292,6 +323,10 @@ bool fitsInt(std::int64_t number)
 
 bool ReadText(std::string_view utf8, String& text, CParseError& error)
 {
+    if (IsAscii(utf8)) {
+        text = utf8;
+        return true;
+    }
     if (!simdjson::validate_utf8(utf8))
         return Refuse(error, "a text with half a surrogate pair");
     text = NarrowFromUtf8(utf8);
@@ -300,26 +335,8 @@ bool ReadText(std::string_view utf8, String& text, CParseError& error)
 
 bool ReadTypedValue(element json, CPropertyValuePtr& slot, CParseError& error)
 {
-    const std::type_info& type = slot->GetType();
-    if (type == typeid(float)) {
-        float value = 0;
-        return readFloat(json, value, error) && store(value, slot);
-    }
-    if (type == typeid(String))
-        return readString(json, slot, error);
-    if (type == typeid(bool))
-        return readBool(json, slot, error);
-    if (type == typeid(CVec4<float>))
-        return readVector<CVec4<float>>(json, slot, error);
-    if (type == typeid(CVec2<float>))
-        return readVector<CVec2<float>>(json, slot, error);
-    if (type == typeid(int))
-        return readInt(json, slot, error);
-    if (type == typeid(CVec3<float>))
-        return readVector<CVec3<float>>(json, slot, error);
-    if (type == typeid(CMatrix3<float>))
-        return readVector<CMatrix3<float>>(json, slot, error);
-    return Refuse(error, "the template's default has a type that no document holds");
+    const auto reader = findReader(slot->GetType());
+    return reader ? reader(json, slot, error) : Refuse(error, "no document holds a value of the default's type");
 }
 
 CPropertyValuePtr ReadUntypedValue(element json, int depth, CParseError& error)

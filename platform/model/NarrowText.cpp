@@ -5,6 +5,8 @@
 
 #include <simdjson.h>
 
+#include <cstring>
+
 namespace kiv {
 
 namespace {
@@ -18,6 +20,20 @@ bool isNarrowUtf8()
 
 }  // namespace
 
+bool IsAscii(std::string_view text)
+{
+    constexpr std::uint64_t HighBits = 0x8080808080808080;
+    std::uint64_t seen = 0;
+    std::size_t i = 0;
+    for (std::uint64_t word = 0; i + sizeof(word) <= text.size(); i += sizeof(word)) {
+        std::memcpy(&word, text.data() + i, sizeof(word));
+        seen |= word;
+    }
+    for (; i < text.size(); ++i)
+        seen |= static_cast<unsigned char>(text[i]);
+    return (seen & HighBits) == 0;
+}
+
 String NarrowFromUtf8(std::string_view utf8)
 {
     if (isNarrowUtf8())
@@ -27,7 +43,7 @@ String NarrowFromUtf8(std::string_view utf8)
 
 String Utf8FromNarrow(const String& narrow)
 {
-    if (isNarrowUtf8() && simdjson::validate_utf8(narrow))
+    if (IsAscii(narrow) || (isNarrowUtf8() && simdjson::validate_utf8(narrow)))
         return narrow;
     return QString::fromLocal8Bit(narrow.data(), int(narrow.size())).toUtf8().toStdString();
 }

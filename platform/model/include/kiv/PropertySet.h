@@ -2,17 +2,56 @@
 
 #include <kiv/PropertyValue.h>
 
-#include <boost/container/flat_map.hpp>
+#include <iterator>
+#include <string_view>
+#include <vector>
 
 namespace kiv {
 
 /// A map from property key to value, in key order (byte-wise). Not locked: one thread at a time.
+///
+/// An appearance has some forty properties with its textures and a library fifty thousand appearances, so the keys are
+/// held once for all sets that were made from one template, until one of them gets or loses a key.
 class CPropertySet {
 public:
-    /// Keys and values lie in one block: an appearance has some twenty properties and a library fifty thousand
-    /// appearances, so nodes would cost more than what they hold. Any change invalidates iterators.
-    using Map = boost::container::flat_map<String, CPropertyValuePtr>;
-    using const_iterator = Map::const_iterator;
+    using Keys = std::vector<String>;
+
+    /// Reads like an iterator of a map: it->first is the key, it->second the value. What it refers to is made on the
+    /// way (bind it by value or to a const reference). Any change of the set invalidates iterators.
+    class const_iterator {
+    public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = std::pair<const String&, const CPropertyValuePtr&>;
+        using reference = value_type;
+        using difference_type = std::ptrdiff_t;
+        struct pointer {
+            value_type property;
+            const value_type* operator->() const { return &property; }
+        };
+
+        const_iterator(const String* key, const CPropertyValuePtr* value) : m_key(key), m_value(value) {}
+
+        reference operator*() const { return {*m_key, *m_value}; }
+        pointer operator->() const { return {**this}; }
+        const_iterator& operator++()
+        {
+            ++m_key;
+            ++m_value;
+            return *this;
+        }
+        const_iterator operator++(int)
+        {
+            const const_iterator before = *this;
+            ++*this;
+            return before;
+        }
+        friend bool operator==(const const_iterator& a, const const_iterator& b) { return a.m_value == b.m_value; }
+        friend bool operator!=(const const_iterator& a, const const_iterator& b) { return !(a == b); }
+
+    private:
+        const String* m_key;
+        const CPropertyValuePtr* m_value;
+    };
 
     /// The value of the key, or null when the set lacks it.
     CPropertyValuePtr FindProperty(const String& key) const;
@@ -23,21 +62,32 @@ public:
     /// False when the set lacks the key.
     bool RemoveProperty(const String& key);
 
-    const_iterator begin() const { return m_properties.begin(); }
-    const_iterator end() const { return m_properties.end(); }
-    std::size_t size() const { return m_properties.size(); }
+    const_iterator begin() const { return {m_keys ? m_keys->data() : nullptr, m_values.data()}; }
+    const_iterator end() const
+    {
+        return {m_keys ? m_keys->data() + m_keys->size() : nullptr, m_values.data() + m_values.size()};
+    }
+    std::size_t size() const { return m_values.size(); }
 
     /// The value as a T, or `otherwise` when the key is absent or holds another type. Never throws for either.
     template <typename T>
-    T ValueOr(const String& key, T otherwise) const
+    T ValueOr(std::string_view key, T otherwise) const
     {
-        const auto found = m_properties.find(key);
-        const T* value = found == m_properties.end() ? nullptr : found->second->TryGet<T>();
+        const std::size_t index = IndexOf(key);
+        const T* value = index == size() ? nullptr : m_values[index]->TryGet<T>();
         return value ? *value : otherwise;
     }
 
 protected:
-    Map m_properties;
+    /// The place of the key, or size() when the set lacks it.
+    std::size_t IndexOf(std::string_view key) const;
+
+    std::shared_ptr<Keys> m_keys;  ///< sorted; shared, so replaced and not changed unless this is the only holder
+    std::vector<CPropertyValuePtr> m_values;
+
+private:
+    std::size_t lowerBound(std::string_view key) const;
+    Keys& ownKeys();
 };
 
 }  // namespace kiv
