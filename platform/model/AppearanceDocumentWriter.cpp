@@ -16,25 +16,48 @@ namespace {
 
 constexpr std::size_t UsualDocumentSize = 2048;
 
-void appendNumber(String& json, float value)
+// appendValue appends one value; the depth is that of the appearance that holds it.
+
+void appendValue(String& json, float value, int)
 {
     AppendJsonNumber(json, value);
 }
 
-void appendNumber(String& json, int value)
+void appendValue(String& json, int value, int)
 {
     AppendJsonNumber(json, value);
 }
 
-void appendNumber(String& json, bool value)
+void appendValue(String& json, bool value, int)
 {
     json += value ? "true" : "false";
+}
+
+void appendValue(String& json, const String& text, int)
+{
+    AppendJsonString(json, Utf8FromNarrow(text));
+}
+
+void appendValue(String& json, const CRawJson& raw, int)
+{
+    json += raw.text;
+}
+
+/// What no document can hold.
+void appendValue(String& json, const std::monostate&, int)
+{
+    json += "null";
+}
+
+void appendValue(String& json, const boost::any&, int)
+{
+    json += "null";
 }
 
 /// A list of the floats that the vector or matrix is made of. With one that is not finite the whole value is null,
 /// since a list with a gap would be refused by its reader.
 template <typename T>
-void appendNumber(String& json, const T& vector)
+void appendValue(String& json, const T& vector, int)
 {
     float values[sizeof(T) / sizeof(float)];
     std::memcpy(values, &vector, sizeof(values));
@@ -51,32 +74,14 @@ void appendNumber(String& json, const T& vector)
     json += ']';
 }
 
-template <typename T>
-bool appended(String& json, const CPropertyValue& value)
-{
-    const T* held = value.TryGet<T>();
-    if (held)
-        appendNumber(json, *held);
-    return held != nullptr;
-}
-
-template <typename... Types>
-bool anyAppended(String& json, const CPropertyValue& value)
-{
-    return (appended<Types>(json, value) || ...);
-}
-
 void appendAppearance(String& json, const CAppearanceInstance& appearance, int depth);
 
-void appendValue(String& json, const CPropertyValue& value, int depth)
+/// Deeper than any reader goes can only be an appearance that holds itself.
+void appendValue(String& json, const CAppearanceInstancePtr& sub, int depth)
 {
-    if (const auto* text = value.TryGet<String>())
-        AppendJsonString(json, Utf8FromNarrow(*text));
-    else if (const auto* raw = value.TryGet<CRawJson>())
-        json += raw->text;
-    else if (const auto* sub = value.TryGet<CAppearanceInstancePtr>(); sub && *sub && depth < MaxJsonDepth)
-        appendAppearance(json, **sub, depth + 1);
-    else if (!anyAppended<float, bool, int, CVec4<float>, CVec2<float>, CVec3<float>, CMatrix3<float>>(json, value))
+    if (sub && depth < MaxJsonDepth)
+        appendAppearance(json, *sub, depth + 1);
+    else
         json += "null";
 }
 
@@ -87,7 +92,7 @@ void appendAppearance(String& json, const CAppearanceInstance& appearance, int d
         json += separator;
         AppendJsonString(json, Utf8FromNarrow(key));
         json += ':';
-        appendValue(json, *value, depth);
+        value->Visit([&json = json, depth](const auto& held) { appendValue(json, held, depth); });
         separator = ',';
     }
     json += separator == '{' ? "{}" : "}";

@@ -18,6 +18,10 @@ namespace {
 using simdjson::dom::element;
 using simdjson::dom::element_type;
 
+/// Numbers, switches, vectors and matrices.
+template <typename T>
+constexpr bool IsPlain = std::is_trivially_copyable_v<T> && !std::is_empty_v<T>;
+
 const char* kindOf(element json)
 {
     switch (json.type()) {
@@ -43,20 +47,19 @@ bool refuseKind(const char* expected, element json, CParseError& error)
     return Refuse(error, String("expected ") + expected + ", found " + kindOf(json));
 }
 
-/// Bit by bit, so that -0.0 is not taken for the 0.0 of a default.
+/// Keeps the slot when it holds the value already: `current` is what it holds. Bit by bit, so that -0.0 is not taken
+/// for the 0.0 of a default.
 template <typename T>
-bool holdsSame(const CPropertyValuePtr& slot, const T& value)
+bool store(const T& current, const T& value, CPropertyValuePtr& slot)
 {
-    const T* held = slot->TryGet<T>();
-    return held && std::memcmp(held, &value, sizeof(T)) == 0;
-}
-
-template <typename T>
-bool store(const T& value, CPropertyValuePtr& slot)
-{
-    if (!holdsSame(slot, value))
+    if (std::memcmp(&current, &value, sizeof(T)) != 0)
         slot = MakePropertyValue(value);
     return true;
+}
+
+bool fitsInt(std::int64_t number)
+{
+    return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
 }
 
 CPropertyValuePtr sharedBool(bool value)
@@ -77,23 +80,25 @@ bool readNumber(element json, float& value, CParseError& error)
     return true;
 }
 
-bool readFloat(element json, CPropertyValuePtr& slot, CParseError& error)
+// readLike reads a value of the type of `current`, which is what the slot holds until it is replaced.
+
+bool readLike(const float& current, element json, CPropertyValuePtr& slot, CParseError& error)
 {
     float value = 0;
-    return readNumber(json, value, error) && store(value, slot);
+    return readNumber(json, value, error) && store(current, value, slot);
 }
 
-bool readInt(element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const int& current, element json, CPropertyValuePtr& slot, CParseError& error)
 {
     std::int64_t number = 0;
     if (!json.is<std::int64_t>() && !json.is<std::uint64_t>())
         return refuseKind("a whole number", json, error);
-    if (json.get(number) || number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max())
+    if (json.get(number) || !fitsInt(number))
         return Refuse(error, "the number is too large");
-    return store(int(number), slot);
+    return store(current, int(number), slot);
 }
 
-bool readBool(element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const bool&, element json, CPropertyValuePtr& slot, CParseError& error)
 {
     bool value = false;
     if (json.get(value))
@@ -102,7 +107,7 @@ bool readBool(element json, CPropertyValuePtr& slot, CParseError& error)
     return true;
 }
 
-bool readString(element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const String& current, element json, CPropertyValuePtr& slot, CParseError& error)
 {
     std::string_view utf8;
     if (json.get(utf8))
@@ -110,7 +115,7 @@ bool readString(element json, CPropertyValuePtr& slot, CParseError& error)
     String text;
     if (!ReadText(utf8, text, error))
         return false;
-    if (slot->Get<String>() != text)
+    if (current != text)
         slot = MakePropertyValue(std::move(text));
     return true;
 }
@@ -140,7 +145,7 @@ bool readFloats(element json, float* values, std::size_t count, CParseError& err
 
 /// Vectors and matrices are nothing but their floats in order.
 template <typename T>
-bool readVector(element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const T& current, element json, CPropertyValuePtr& slot, CParseError& error)
 {
     constexpr std::size_t count = sizeof(T) / sizeof(float);
     float values[count];
@@ -148,32 +153,7 @@ bool readVector(element json, CPropertyValuePtr& slot, CParseError& error)
         return false;
     T value;
     std::memcpy(static_cast<void*>(&value), values, sizeof(value));
-    return store(value, slot);
-}
-
-using Reader = bool (*)(element, CPropertyValuePtr&, CParseError&);
-
-/// The types that documents hold have one address each where everything is linked into one program; only between
-/// libraries of a host may it take the slower comparison.
-Reader findReader(const std::type_info& type)
-{
-    static const std::pair<const std::type_info*, Reader> readers[] = {
-        {&typeid(float), readFloat},
-        {&typeid(String), readString},
-        {&typeid(bool), readBool},
-        {&typeid(int), readInt},
-        {&typeid(CVec2<float>), readVector<CVec2<float>>},
-        {&typeid(CVec3<float>), readVector<CVec3<float>>},
-        {&typeid(CVec4<float>), readVector<CVec4<float>>},
-        {&typeid(CMatrix3<float>), readVector<CMatrix3<float>>},
-    };
-    for (const auto& [known, reader] : readers) {
-        if (known == &type)
-            return reader;
-    }
-    const auto found =
-        std::find_if(std::begin(readers), std::end(readers), [&](const auto& entry) { return *entry.first == type; });
-    return found == std::end(readers) ? nullptr : found->second;
+    return store(current, value, slot);
 }
 
 /// Whether the shortest texts of the number as float and as double are the same.
@@ -314,11 +294,6 @@ CPropertyValuePtr readList(element json, int depth, CParseError& error)
     return vector && isFloatList(list) ? readTyped(json, vector, error) : readRaw(json, depth, error);
 }
 
-bool fitsInt(std::int64_t number)
-{
-    return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
-}
-
 }  // namespace
 
 bool ReadText(std::string_view utf8, String& text, CParseError& error)
@@ -335,8 +310,13 @@ bool ReadText(std::string_view utf8, String& text, CParseError& error)
 
 bool ReadTypedValue(element json, CPropertyValuePtr& slot, CParseError& error)
 {
-    const auto reader = findReader(slot->GetType());
-    return reader ? reader(json, slot, error) : Refuse(error, "no document holds a value of the default's type");
+    return slot->Visit([&](const auto& current) {
+        using T = std::decay_t<decltype(current)>;
+        if constexpr (std::is_same_v<T, String> || IsPlain<T>)
+            return readLike(current, json, slot, error);
+        else
+            return Refuse(error, "the template's default has a type that no document holds");
+    });
 }
 
 CPropertyValuePtr ReadUntypedValue(element json, int depth, CParseError& error)
