@@ -15,14 +15,21 @@ class QTableWidgetItem;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// Shows one appearance library: a combo box to choose what is shown, a tree of the library and its categories, and a table
-/// of the appearances of the current category with a picture each. It tells what the user selects or asks for by
+/// Shows one appearance library: a combo box to choose what is shown, a tree of the library and its categories, and a
+/// table of the appearances of the current category with a picture each. It tells what the user selects or asks for by
 /// signals and never changes a library itself.
 ///
 /// Item roles, fixed numbers that hosts read: Qt::UserRole (256) holds the appearance id (table, both columns; tree
 /// item of an appearance), the library's name (top-level tree item, combo box) or the category path (category item);
 /// 257 is true on the tree item of an appearance; 254 the cloud flag, 255 the texture's file and 511 a picture drawn as
 /// it is (all on table column 0).
+///
+/// A right click on a row, or the menu key, opens a context menu for it, or for all selected rows where it is one of
+/// them: copy, delete, type and favourite in the system library (where delete and type are greyed, since it is
+/// read-only) and in the user's own; remove in the favourite library; download, and in the favourite library remove,
+/// for an appearance that is in the cloud and whose textures are not complete here. The tree's menu expands and
+/// collapses everything and chooses another library. Return announces the current appearance once more; F3 finds the
+/// next match of the last search.
 class MATERIALUI_EXPORT CAppearanceLibraryBrowserCtrl : public QWidget {
     Q_OBJECT
 
@@ -113,6 +120,12 @@ public slots:
     void OnSynchronizedBtnClick();
     void OnShowTreeMenu(const QPoint& position);
     void onTableWidgetSort(int column);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private slots:
+    void OnMenuChooseLibrary();
 
 private:
     struct Private;

@@ -1,0 +1,486 @@
+#include "AppearanceLibraryBrowserCtrlPrivate.h"
+
+#include "ImageDelegate.h"
+#include "ItemRoles.h"
+
+#include <MaterialConstants.h>
+#include <MaterialHelper.h>
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QListView>
+#include <QScrollBar>
+
+namespace {
+
+constexpr int PictureWidth = 64;
+
+const char* const controlStyle = R"(QTreeWidget{color:black;font: 9pt "simsun";} QTreeWidget::item{height:20px})";
+
+const char* const treeStyle = R"(
+QTreeWidget { background: white; outline: 0; }
+QTreeWidget::item { color: black; }
+QTreeWidget::item:hover { background: #eef4fc; }
+QTreeWidget::item:selected { background: #cfe3fa; color: black; }
+)";
+
+const char* const tableStyle = R"(
+QTableWidget { background: white; color: black; outline: 0; }
+QTableWidget::item { padding-left: 8px; }
+QTableWidget::item:hover { background: #eef4fc; }
+QTableWidget::item:selected { background: #cfe3fa; color: black; }
+QHeaderView { background: #f4f6f8; }
+QHeaderView::section { background: #f4f6f8; color: #404850; border: 0; border-bottom: 1px solid #d9dee4; padding: 3px 6px; }
+)";
+
+/// What a library is called in the tree, and what the names of its browser's widgets begin with.
+struct LibraryLook {
+    QString text;
+    QString prefix;
+};
+
+LibraryLook lookOf(const kiv::String& name, const kiv::CAppearanceLibraryManager& manager)
+{
+    using Browser = CAppearanceLibraryBrowserCtrl;
+    if (name == SYSTEM_LIBRARY_NAME)
+        return {Browser::tr("System Library"), "SL"};
+    if (name == FAVORITE_LIBRARY_NAME)
+        return {Browser::tr("Favorite Library"), "FL"};
+    if (name == CUSTOMER_LIBRARY_NAME)
+        return {Browser::tr("All Material"), "CL"};
+    return {QString::fromLocal8Bit(manager.LocalizeAppearanceString(name).c_str()), QString()};
+}
+
+}  // namespace
+
+CAppearanceLibraryBrowserCtrl::Private::Private(CAppearanceLibraryBrowserCtrl& owner,
+                                                kiv::CAppearanceLibraryManager& libraryManager,
+                                                AppearanceLibraryProvider* libraryProvider, bool cloud)
+    : q(owner), manager(libraryManager), provider(libraryProvider), isCloudEnabled(cloud)
+{
+    ui.setupUi(&q);
+    tree = std::make_unique<CLibraryTree>(*ui.treeWidget, manager);
+    table = std::make_unique<CAppearanceTable>(*ui.tableWidget);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::initViews()
+{
+    q.setStyleSheet(controlStyle);
+    ui.treeWidget->setStyleSheet(treeStyle);
+    ui.tableWidget->setStyleSheet(tableStyle);
+    ui.tableWidget->setColumnWidth(PictureColumn, PictureWidth);
+    ui.tableWidget->horizontalHeader()->setHighlightSections(false);
+    ui.tableWidget->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    ui.tableWidget->setItemDelegateForColumn(PictureColumn, &ImageDelegate::Shared());
+    QFont small = ui.comboBox->view()->font();
+    small.setPixelSize(10);
+    ui.comboBox->view()->setFont(small);
+    ui.comboBox->view()->setMinimumHeight(20);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::connectViews()
+{
+    QObject::connect(ui.tableWidget->horizontalHeader(), SIGNAL(sectionClicked(int)), &q, SLOT(onTableWidgetSort(int)));
+    QObject::connect(ui.treeWidget, SIGNAL(itemClicked(QTreeWidgetItem*, int)), &q,
+                     SLOT(currentItemChanged(QTreeWidgetItem*, int)));
+    QObject::connect(ui.treeWidget, SIGNAL(currentItemChanged(QTreeWidgetItem*, QTreeWidgetItem*)), &q,
+                     SLOT(currentItemChanged(QTreeWidgetItem*, QTreeWidgetItem*)));
+    QObject::connect(ui.tableWidget, SIGNAL(itemClicked(QTableWidgetItem*)), &q, SLOT(OnSelectItem(QTableWidgetItem*)));
+    QObject::connect(ui.tableWidget, SIGNAL(currentItemChanged(QTableWidgetItem*, QTableWidgetItem*)), &q,
+                     SLOT(currentItemChanged(QTableWidgetItem*, QTableWidgetItem*)));
+    QObject::connect(ui.comboBox, SIGNAL(currentIndexChanged(int)), &q, SLOT(OnComboIndexChange(int)));
+    QObject::connect(ui.tableWidget, SIGNAL(customContextMenuRequested(QPoint)), &q,
+                     SLOT(OnShowAppearanceMenu(QPoint)));
+    QObject::connect(ui.treeWidget, SIGNAL(customContextMenuRequested(QPoint)), &q, SLOT(OnShowTreeMenu(QPoint)));
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(ui.treeWidget), static_cast<QAbstractItemView*>(ui.tableWidget)}) {
+        view->installEventFilter(&q);
+        view->viewport()->installEventFilter(&q);
+    }
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::initButtons()
+{
+    ui.collectButton->setText(tr("收藏"));
+    ui.synchronizeButton->setText(tr("同步"));
+    q.ShowCollectAndSynchBtn(isCloudEnabled);
+    QObject::connect(ui.collectButton, SIGNAL(clicked()), &q, SLOT(OnCollectBtnClick()));
+    QObject::connect(ui.synchronizeButton, SIGNAL(clicked()), &q, SLOT(OnSynchronizedBtnClick()));
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::initComboBox()
+{
+    const QSignalBlocker blocker(ui.comboBox);
+    if (!provider) {
+        ui.comboBox->addItem(tr("公共材质"), QString::fromStdString(SYSTEM_LIBRARY_NAME));
+        ui.comboBox->addItem(tr("我的材质"), QString::fromStdString(FAVORITE_LIBRARY_NAME));
+        return;
+    }
+    for (const AppearanceLibraryProvider::Level& level : provider->GetLevels())
+        ui.comboBox->addItem(level.text, level.treeIndex);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::initTree()
+{
+    tree->initTreeIcon();
+    if (provider && ui.comboBox->count() > 0)
+        tree->expandTreeWidget(ui.comboBox->currentData().toInt(), *provider);
+}
+
+// ---- what is shown
+
+void CAppearanceLibraryBrowserCtrl::Private::showLibrary(const kiv::CAppearanceLibraryPtr& shown, int treeIndex)
+{
+    const Silence silence(*this);
+    tree->initTreeIcon();
+    const LibraryLook look = lookOf(shown->GetName(), manager);
+    nameWidgets(look.prefix);
+    selectComboEntry(QString::fromLocal8Bit(shown->GetName().c_str()));
+    if (provider && !tree->HasProviderNodes())
+        initTree();
+    CLibraryTreeItem* item = tree->AddLibrary(shown, look.text, treeIndex);
+    library = shown;
+    q.SetTableWidgetSelectMode();
+    ExpandMaterialLibrary(*item);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::nameWidgets(const QString& prefix)
+{
+    ui.comboBox->setObjectName(prefix + "comboBox");
+    ui.treeWidget->setObjectName(prefix + "treeWidget");
+    ui.tableWidget->setObjectName(prefix + "tableWidget");
+}
+
+// A library that is no entry (the project's) is not chosen by the box, which would name another one.
+void CAppearanceLibraryBrowserCtrl::Private::selectComboEntry(const QString& name)
+{
+    if (provider)
+        return;
+    const int index = ui.comboBox->findData(name);
+    const QSignalBlocker blocker(ui.comboBox);
+    ui.comboBox->setVisible(index >= 0);
+    ui.comboBox->setCurrentIndex(index);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::ExpandMaterialLibrary(CLibraryTreeItem& item)
+{
+    ui.treeWidget->setCurrentItem(&item);
+    ExpandLibrary(item, QString());
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::ExpandLibrary(QTreeWidgetItem& item, const QString& shownPath)
+{
+    CLibraryTreeItem* owner = CLibraryTree::LibraryOf(&item);
+    if (!owner)
+        owner = libraryItem();
+    if (!owner)
+        return;
+    const Silence silence(*this);
+    library = owner->Library();
+    path = shownPath;
+    table->Fill(owner->Entries(), path);
+    ui.tableWidget->scrollToTop();
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::ExpandTabelWidget(const kiv::CAppearanceInstancePtr& appearance)
+{
+    CLibraryTreeItem* item = libraryItem();
+    if (!item)
+        return;
+    const auto entry = std::make_shared<CAppearanceEntry>(manager, appearance->GetId(), appearance);
+    tree->AddAppearance(*item, entry);
+    item->Entries().push_back(entry);
+    if (entry->IsBelow(path))
+        table->Append(entry);
+    ui.treeWidget->viewport()->update();
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::ReduceTabelWidget(CAppearanceTreeItem& item, const QString& id)
+{
+    CLibraryTreeItem* owner = CLibraryTree::LibraryOf(&item);
+    const int row = table->RowOf(id);
+    if (row >= 0)
+        table->Remove(row);
+    CAppearanceEntries& entries = owner->Entries();
+    entries.erase(std::remove(entries.begin(), entries.end(), item.Entry()), entries.end());
+    QTreeWidgetItem* parent = item.parent();
+    delete &item;
+    QTreeWidgetItem* left = removeEmptyCategories(parent);
+    if (left == parent)
+        return;
+    ui.treeWidget->setCurrentItem(left);
+    if (ui.tableWidget->rowCount() == 0)
+        ExpandLibrary(*left, left->type() == CategoryItem ? left->data(0, IdRole).toString() : QString());
+}
+
+QTreeWidgetItem* CAppearanceLibraryBrowserCtrl::Private::removeEmptyCategories(QTreeWidgetItem* category)
+{
+    while (category->type() == CategoryItem && category->childCount() == 0 && !isShown(SYSTEM_LIBRARY_NAME)) {
+        QTreeWidgetItem* parent = category->parent();
+        delete category;
+        category = parent;
+    }
+    return category;
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::expandTreeWidget(int treeIndex)
+{
+    {
+        const Silence silence(*this);
+        tree->expandTreeWidget(treeIndex, *provider);
+    }
+    if (QTreeWidgetItem* first = ui.treeWidget->topLevelItem(0)) {
+        ui.treeWidget->setCurrentItem(first);
+        show(*first);
+    }
+}
+
+CLibraryTreeItem* CAppearanceLibraryBrowserCtrl::Private::libraryItem() const
+{
+    return library ? tree->FindLibrary(library->GetName()) : nullptr;
+}
+
+CAppearanceTreeItem* CAppearanceLibraryBrowserCtrl::Private::findTreeItem(const QString& id) const
+{
+    CLibraryTreeItem* item = libraryItem();
+    return item ? CLibraryTree::FindAppearance(*item, id) : nullptr;
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::refreshEntry(CAppearanceTreeItem& item)
+{
+    item.Entry()->Refresh();
+    const QString texture = item.Entry()->Texture().toString();
+    if (!texture.isEmpty())
+        ImageDelegate::Shared().Thumbnails().Recheck(texture);
+    const int row = table->RowOf(item.Entry()->Id());
+    if (row >= 0)
+        table->UpdateRow(row);
+    ui.treeWidget->viewport()->update();
+}
+
+// ---- updating
+
+void CAppearanceLibraryBrowserCtrl::Private::rebuild(const kiv::CAppearanceLibraryPtr& changed)
+{
+    CLibraryTreeItem* old = tree->FindLibrary(changed->GetName());
+    if (!old || !isShown(changed->GetName())) {
+        ui.treeWidget->clear();
+        showLibrary(changed, -1);
+        return;
+    }
+    const Silence silence(*this);
+    const CBrowserState state = captureState();
+    const int position = ui.treeWidget->indexOfTopLevelItem(old);
+    delete old;
+    showLibrary(changed, position);
+    restoreState(state);
+}
+
+CBrowserState CAppearanceLibraryBrowserCtrl::Private::captureState() const
+{
+    CBrowserState state;
+    state.path = path;
+    QTreeWidgetItem* current = ui.treeWidget->currentItem();
+    if (current && current->type() == AppearanceItem) {
+        state.treeAppearance = current->data(0, IdRole).toString();
+        current = current->parent();
+    }
+    if (current && current->type() == CategoryItem)
+        state.treeCategory = current->data(0, IdRole).toString();
+    state.selectedId = selectedId;
+    state.selectedRows = table->SelectedIds();
+    state.ReadCategories(*libraryItem());
+    state.treeScroll = ui.treeWidget->verticalScrollBar()->value();
+    state.tableScroll = ui.tableWidget->verticalScrollBar()->value();
+    return state;
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::restoreState(const CBrowserState& state)
+{
+    CLibraryTreeItem* item = libraryItem();
+    restoreTree(*item, state);
+    QTreeWidgetItem* shown = CLibraryTree::NearestCategory(*item, state.path);
+    ExpandLibrary(*shown, shown->type() == CategoryItem ? shown->data(0, IdRole).toString() : QString());
+    restoreTable(state);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::restoreTree(CLibraryTreeItem& item, const CBrowserState& state)
+{
+    // The system library's categories stay although they are empty.
+    if (isShown(SYSTEM_LIBRARY_NAME)) {
+        for (const QString& category : state.categories)
+            tree->AddCategory(item, category);
+    }
+    state.WriteCategories(item);
+    QTreeWidgetItem* current = CLibraryTree::NearestCategory(item, state.treeCategory);
+    if (!state.treeAppearance.isEmpty()) {
+        if (QTreeWidgetItem* appearance = CLibraryTree::FindAppearance(item, state.treeAppearance))
+            current = appearance;
+    }
+    ui.treeWidget->setCurrentItem(current);
+    ui.treeWidget->doItemsLayout();
+    ui.treeWidget->verticalScrollBar()->setValue(state.treeScroll);
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::restoreTable(const CBrowserState& state)
+{
+    selectedId = find(state.selectedId) ? state.selectedId : QString();
+    const int row = selectedId.isEmpty() ? -1 : table->RowOf(selectedId);
+    if (row >= 0)
+        table->SetCurrentRow(row);
+    table->SelectIds(state.selectedRows);
+    ui.tableWidget->doItemsLayout();
+    ui.tableWidget->verticalScrollBar()->setValue(state.tableScroll);
+}
+
+// ---- selection
+
+void CAppearanceLibraryBrowserCtrl::Private::show(QTreeWidgetItem& item)
+{
+    if (item.type() == AppearanceItem)
+        selectAppearanceItem(static_cast<CAppearanceTreeItem&>(item));
+    else
+        ExpandLibrary(item, item.type() == CategoryItem ? item.data(0, IdRole).toString() : QString());
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::selectAppearanceItem(CAppearanceTreeItem& item)
+{
+    CLibraryTreeItem* owner = CLibraryTree::LibraryOf(&item);
+    const QString id = item.Entry()->Id();
+    if (owner->Library() != library || !item.Entry()->IsBelow(path))
+        ExpandLibrary(*owner, item.Entry()->Category());
+    selectRow(id);
+    announce(id);
+}
+
+bool CAppearanceLibraryBrowserCtrl::Private::selectRow(const QString& id)
+{
+    const Silence silence(*this);
+    const int row = table->RowOf(id);
+    if (row >= 0)
+        table->SetCurrentRow(row);
+    return row >= 0;
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::announce(const QString& id)
+{
+    const kiv::CAppearanceInstancePtr appearance = find(id);
+    if (!appearance)
+        return;
+    selectedId = id;
+    if (isPressed)
+        announcedByPress = id;
+    emit q.OnSelectAppearance(appearance);
+}
+
+bool CAppearanceLibraryBrowserCtrl::Private::isAnnounced(const QString& id) const
+{
+    return isPressed && announcedByPress == id;
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::search(const QTreeWidgetItem* after)
+{
+    CAppearanceTreeItem* found = library ? tree->Search(keyword, after) : nullptr;
+    if (!found)
+        return;
+    const bool isNew = found != ui.treeWidget->currentItem() || found->Entry()->Id() != selectedId;
+    {
+        const Silence silence(*this);
+        found->setExpanded(true);
+        ui.treeWidget->setCurrentItem(found);
+    }
+    if (isNew)
+        selectAppearanceItem(*found);
+}
+
+// ---- menus
+
+kiv::CAppearanceInstancePtr CAppearanceLibraryBrowserCtrl::Private::find(const QString& id) const
+{
+    return library ? library->FindInstance(id.toLocal8Bit().toStdString()) : nullptr;
+}
+
+bool CAppearanceLibraryBrowserCtrl::Private::isShown(const kiv::String& libraryName) const
+{
+    return library && library->GetName() == libraryName;
+}
+
+kiv::CAppearanceLibraryPtr CAppearanceLibraryBrowserCtrl::Private::findLibrary(const kiv::String& name) const
+{
+    for (auto it = manager.beginLibrary(); it != manager.endLibrary(); ++it) {
+        if (it->first == name)
+            return it->second;
+    }
+    return nullptr;
+}
+
+QStringList CAppearanceLibraryBrowserCtrl::Private::menuTargets() const
+{
+    const QString id = table->IdOf(ui.tableWidget->currentRow());
+    const QStringList selected = table->SelectedIds();
+    return selected.contains(id) ? selected : QStringList(id.isEmpty() ? selectedId : id);
+}
+
+kiv::CAppearanceInstancePtr CAppearanceLibraryBrowserCtrl::Private::menuTarget() const
+{
+    const QString id = table->IdOf(ui.tableWidget->currentRow());
+    return find(id.isEmpty() ? selectedId : id);
+}
+
+CAppearanceMenus::Offer
+CAppearanceLibraryBrowserCtrl::Private::offerFor(const kiv::CAppearanceInstancePtr& appearance) const
+{
+    CAppearanceMenus::Offer offer;
+    offer.isFavorite = isShown(FAVORITE_LIBRARY_NAME);
+    offer.isEditable = !offer.isFavorite && !isShown(SYSTEM_LIBRARY_NAME);
+    offer.isDownloadable = appearance && !kiv::CMaterialHelper::CheckResourceComplete(appearance, manager);
+    return offer;
+}
+
+// ---- events
+
+bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+        isPressed = true;
+        announcedByPress.clear();
+        return false;
+    case QEvent::KeyPress:
+        isPressed = false;
+        return keyEvent(view, static_cast<QKeyEvent&>(event).key());
+    case QEvent::ContextMenu:
+        if (static_cast<QContextMenuEvent&>(event).reason() != QContextMenuEvent::Keyboard)
+            return false;
+        contextMenuByKey(view);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CAppearanceLibraryBrowserCtrl::Private::keyEvent(QAbstractItemView& view, int key)
+{
+    if (key == Qt::Key_F3)
+        search(ui.treeWidget->currentItem());
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return key == Qt::Key_F3;
+    QTreeWidgetItem* item = ui.treeWidget->currentItem();
+    if (&view == ui.tableWidget || !item || item->type() == AppearanceItem) {
+        announce(&view == ui.tableWidget ? table->IdOf(ui.tableWidget->currentRow())
+                 : item                  ? item->data(0, IdRole).toString()
+                                         : QString());
+        return false;
+    }
+    item->setExpanded(!item->isExpanded());
+    return true;
+}
+
+void CAppearanceLibraryBrowserCtrl::Private::contextMenuByKey(QAbstractItemView& view)
+{
+    const QPoint position = view.visualRect(view.currentIndex()).center();
+    if (&view == ui.tableWidget)
+        q.OnShowAppearanceMenu(position);
+    else
+        q.OnShowTreeMenu(position);
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "AppearanceLibraryBrowserCtrl.h"
+#include "AppearanceMenus.h"
+#include "AppearanceTable.h"
+#include "BrowserState.h"
+#include "LibraryTree.h"
+#include "ui_AppearanceLibraryBrowserCtrl.h"
+
+#include <QPointer>
+
+class CChooseLibraryDlg;
+class CChooseTypeDlg;
+
+struct CAppearanceLibraryBrowserCtrl::Private {
+    /// While one exists, changes of the current items are the browser's own doing and announce nothing.
+    class Silence {
+    public:
+        explicit Silence(Private& browser) : m_browser(browser) { ++m_browser.silent; }
+        ~Silence() { --m_browser.silent; }
+        Q_DISABLE_COPY(Silence)
+
+    private:
+        Private& m_browser;
+    };
+
+    Private(CAppearanceLibraryBrowserCtrl& owner, kiv::CAppearanceLibraryManager& libraryManager,
+            AppearanceLibraryProvider* libraryProvider, bool cloud);
+
+    // ---- construction
+    void initViews();
+    void connectViews();
+    void initButtons();
+    void initComboBox();
+    void initTree();
+
+    // ---- what is shown
+    void showLibrary(const kiv::CAppearanceLibraryPtr& shown, int treeIndex);
+    void nameWidgets(const QString& prefix);
+    void selectComboEntry(const QString& name);
+    void ExpandMaterialLibrary(CLibraryTreeItem& item);
+    void ExpandLibrary(QTreeWidgetItem& item, const QString& path);
+    void ExpandTabelWidget(const kiv::CAppearanceInstancePtr& appearance);
+    void ReduceTabelWidget(CAppearanceTreeItem& item, const QString& id);
+    QTreeWidgetItem* removeEmptyCategories(QTreeWidgetItem* category);
+    void expandTreeWidget(int treeIndex);
+    CLibraryTreeItem* libraryItem() const;
+    CAppearanceTreeItem* findTreeItem(const QString& id) const;
+    void refreshEntry(CAppearanceTreeItem& item);
+
+    // ---- updating
+    void rebuild(const kiv::CAppearanceLibraryPtr& changed);
+    CBrowserState captureState() const;
+    void restoreState(const CBrowserState& state);
+    void restoreTree(CLibraryTreeItem& item, const CBrowserState& state);
+    void restoreTable(const CBrowserState& state);
+
+    // ---- selection
+    void show(QTreeWidgetItem& item);
+    void selectAppearanceItem(CAppearanceTreeItem& item);
+    bool selectRow(const QString& id);
+    void announce(const QString& id);
+    bool isAnnounced(const QString& id) const;
+    void search(const QTreeWidgetItem* after);
+
+    // ---- menus
+    QStringList menuTargets() const;
+    kiv::CAppearanceInstancePtr menuTarget() const;
+    kiv::CAppearanceInstancePtr find(const QString& id) const;
+    CAppearanceMenus::Offer offerFor(const kiv::CAppearanceInstancePtr& appearance) const;
+    kiv::CAppearanceLibraryPtr findLibrary(const kiv::String& name) const;
+    bool isShown(const kiv::String& libraryName) const;
+
+    // ---- events of the two views; true when they are done with
+    bool viewEvent(QAbstractItemView& view, QEvent& event);
+    bool keyEvent(QAbstractItemView& view, int key);
+    void contextMenuByKey(QAbstractItemView& view);
+
+    CAppearanceLibraryBrowserCtrl& q;
+    kiv::CAppearanceLibraryManager& manager;
+    AppearanceLibraryProvider* provider;
+    Ui::CAppearanceLibraryBrowserCtrl ui;
+    std::unique_ptr<CLibraryTree> tree;
+    std::unique_ptr<CAppearanceTable> table;
+    std::unique_ptr<CAppearanceMenus> menus;
+    QPointer<CChooseLibraryDlg> chooseLibrary;
+    QPointer<CChooseTypeDlg> chooseType;
+    QString dialogTarget;  ///< id of the appearance that the type dialog asks for
+
+    kiv::CAppearanceLibraryPtr library;  ///< the one shown
+    QString path;                        ///< the category shown, empty for the whole library
+    QString keyword;
+    QString selectedId;
+    /// A mouse press changes the current item and its release then clicks it: one choice, to be announced once.
+    QString announcedByPress;
+    bool isPressed = false;
+    bool isMenuAllowed = true;
+    bool isCloudEnabled;
+    int silent = 0;
+};

@@ -1,0 +1,112 @@
+#include "AppearanceTable.h"
+
+#include <QHeaderView>
+#include <QSet>
+#include <QSignalBlocker>
+
+CAppearanceTable::CAppearanceTable(QTableWidget& table) : m_table(table)
+{
+}
+
+void CAppearanceTable::Fill(const CAppearanceEntries& entries, const QString& path)
+{
+    CAppearanceEntries shown;
+    if (path.isEmpty())
+        shown = entries;
+    else
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(shown),
+                     [&](const CAppearanceEntryPtr& entry) { return entry->IsBelow(path); });
+    m_table.setRowCount(0);
+    m_table.setRowCount(int(shown.size()));
+    {
+        // The rows are new to the view anyway, so the cells need not be announced one by one.
+        const QSignalBlocker blocker(m_table.model());
+        for (std::size_t row = 0; row < shown.size(); ++row)
+            setRow(int(row), shown[row]);
+    }
+    Resort();
+    m_table.viewport()->update();
+}
+
+void CAppearanceTable::setRow(int row, const CAppearanceEntryPtr& entry)
+{
+    m_table.setItem(row, PictureColumn, new CAppearanceTableItem(entry, PictureColumn));
+    m_table.setItem(row, NameColumn, new CAppearanceTableItem(entry, NameColumn));
+}
+
+int CAppearanceTable::Append(const CAppearanceEntryPtr& entry)
+{
+    const int row = m_table.rowCount();
+    m_table.setRowCount(row + 1);
+    setRow(row, entry);
+    return row;
+}
+
+void CAppearanceTable::Remove(int row)
+{
+    m_table.removeRow(row);
+}
+
+int CAppearanceTable::RowOf(const QString& id) const
+{
+    const int count = m_table.rowCount();
+    for (int row = 0; row < count; ++row) {
+        if (IdOf(row) == id)
+            return row;
+    }
+    return -1;
+}
+
+QString CAppearanceTable::IdOf(int row) const
+{
+    const QTableWidgetItem* item = m_table.item(row, NameColumn);
+    return item ? item->data(IdRole).toString() : QString();
+}
+
+QStringList CAppearanceTable::SelectedIds() const
+{
+    QStringList ids;
+    for (const QModelIndex& index : m_table.selectionModel()->selectedRows(NameColumn))
+        ids.append(index.data(IdRole).toString());
+    return ids;
+}
+
+void CAppearanceTable::SetCurrentRow(int row)
+{
+    m_table.setCurrentCell(row, NameColumn, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_table.scrollToItem(m_table.item(row, NameColumn));
+}
+
+void CAppearanceTable::SelectIds(const QStringList& ids)
+{
+    const QSet<QString> wanted(ids.begin(), ids.end());
+    for (int row = 0; row < m_table.rowCount() && !wanted.isEmpty(); ++row) {
+        if (wanted.contains(IdOf(row)))
+            m_table.selectionModel()->select(m_table.model()->index(row, NameColumn),
+                                             QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+}
+
+void CAppearanceTable::UpdateRow(int row)
+{
+    const QAbstractItemModel* model = m_table.model();
+    emit m_table.model()->dataChanged(model->index(row, PictureColumn), model->index(row, NameColumn));
+}
+
+void CAppearanceTable::FlipSort(int column)
+{
+    m_sortOrder = m_sortOrder == Qt::DescendingOrder ? Qt::AscendingOrder : Qt::DescendingOrder;
+    m_sortColumn = column;
+    Resort();
+}
+
+void CAppearanceTable::Resort()
+{
+    if (m_sortColumn < 0)
+        return;
+    const auto order = Qt::SortOrder(m_sortOrder);
+    QMyTableWidgetItem::SetSortOrder(order);
+    m_table.sortItems(m_sortColumn, order);
+    m_table.horizontalHeader()->setSortIndicator(m_sortColumn, order);
+    m_table.horizontalHeader()->setSortIndicatorShown(true);
+}

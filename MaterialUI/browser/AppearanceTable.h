@@ -1,0 +1,41 @@
+#pragma once
+
+#include "AppearanceTableItem.h"
+
+#include <QTableWidget>
+
+/// The browser's work on its table of appearances. Knows nothing of libraries.
+class CAppearanceTable {
+public:
+    /// Borrowed.
+    explicit CAppearanceTable(QTableWidget& table);
+
+    /// Shows those of the entries whose category is the path or below it, in the order given or, once the user sorted,
+    /// in the user's.
+    void Fill(const CAppearanceEntries& entries, const QString& path);
+    /// Appends a row and returns it.
+    int Append(const CAppearanceEntryPtr& entry);
+    void Remove(int row);
+
+    int RowOf(const QString& id) const;  ///< -1 when there is no such row
+    QString IdOf(int row) const;         ///< empty when there is no such row
+    QStringList SelectedIds() const;
+
+    /// Makes the row the current one and scrolls to it.
+    void SetCurrentRow(int row);
+    void SelectIds(const QStringList& ids);
+    /// Paints the row anew, after its entry changed.
+    void UpdateRow(int row);
+
+    /// Sorts by the column, the other way round each time. The first time sorts ascending.
+    void FlipSort(int column);
+    /// Sorts again as the user sorted last, if so.
+    void Resort();
+
+private:
+    void setRow(int row, const CAppearanceEntryPtr& entry);
+
+    QTableWidget& m_table;
+    int m_sortOrder = Qt::DescendingOrder;
+    int m_sortColumn = -1;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "AppearanceEntry.h"
+#include "SearchIndex.h"
+
+#include <QIcon>
+#include <QTreeWidgetItem>
+
+/// Kinds of tree items, told apart by QTreeWidgetItem::type().
+enum EnTreeItemType { LibraryItem = QTreeWidgetItem::UserType, CategoryItem, AppearanceItem };
+
+/// The top-level item of a library. It owns what is shown of it, so that clearing the tree lets go of the library.
+class CLibraryTreeItem : public QTreeWidgetItem {
+public:
+    explicit CLibraryTreeItem(kiv::CAppearanceLibraryPtr library)
+        : QTreeWidgetItem(LibraryItem), m_library(std::move(library))
+    {
+    }
+
+    const kiv::CAppearanceLibraryPtr& Library() const { return m_library; }
+    CAppearanceEntries& Entries() { return m_entries; }  ///< in the order of the library
+    CSearchIndex& Index() { return m_index; }
+
+private:
+    kiv::CAppearanceLibraryPtr m_library;
+    CAppearanceEntries m_entries;
+    CSearchIndex m_index;
+};
+
+/// The tree item of one appearance.
+class CAppearanceTreeItem : public QTreeWidgetItem {
+public:
+    CAppearanceTreeItem(CAppearanceEntryPtr entry, const QIcon& icon)
+        : QTreeWidgetItem(AppearanceItem), m_entry(std::move(entry)), m_icon(icon)
+    {
+    }
+
+    QVariant data(int column, int role) const override;
+
+    const CAppearanceEntryPtr& Entry() const { return m_entry; }
+
+private:
+    CAppearanceEntryPtr m_entry;
+    QIcon m_icon;
+};

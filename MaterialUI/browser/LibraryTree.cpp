@@ -1,0 +1,257 @@
+#include "LibraryTree.h"
+
+#include "ItemRoles.h"
+
+#include <unordered_map>
+
+namespace {
+
+// Widgets walk their items recursively, so a made-up category must not nest without end.
+constexpr int MaxCategoryDepth = 16;
+
+/// Visits the item and everything below it in tree order until the visitor answers true; the item that it did so for.
+template <typename Visitor>
+QTreeWidgetItem* walk(QTreeWidgetItem* item, const Visitor& visit)
+{
+    if (visit(item))
+        return item;
+    const int count = item->childCount();
+    for (int i = 0; i < count; ++i) {
+        if (QTreeWidgetItem* found = walk(item->child(i), visit))
+            return found;
+    }
+    return nullptr;
+}
+
+template <typename Visitor>
+QTreeWidgetItem* walkTree(const QTreeWidget& tree, const Visitor& visit)
+{
+    for (int i = 0; i < tree.topLevelItemCount(); ++i) {
+        if (QTreeWidgetItem* found = walk(tree.topLevelItem(i), visit))
+            return found;
+    }
+    return nullptr;
+}
+
+bool isOther(const QString& segment)
+{
+    return segment == QLatin1String("Other");
+}
+
+QString lastSegment(const QTreeWidgetItem& category)
+{
+    return category.data(0, IdRole).toString().section('/', -1);
+}
+
+// Categories come before appearances; among them "Other" is last whatever it is called here.
+int positionOf(const QTreeWidgetItem& parent, const QString& segment, const QString& text)
+{
+    int i = 0;
+    for (; i < parent.childCount(); ++i) {
+        const QTreeWidgetItem* child = parent.child(i);
+        if (child->type() != CategoryItem ||
+            (!isOther(segment) && (isOther(lastSegment(*child)) || child->text(0) > text)))
+            break;
+    }
+    return i;
+}
+
+QTreeWidgetItem* findChildCategory(const QTreeWidgetItem& parent, const QString& path)
+{
+    for (int i = 0; i < parent.childCount() && parent.child(i)->type() == CategoryItem; ++i) {
+        if (parent.child(i)->data(0, IdRole).toString() == path)
+            return parent.child(i);
+    }
+    return nullptr;
+}
+
+QStringList segmentsOf(const QString& path)
+{
+    return path.split('/', Qt::SkipEmptyParts).mid(0, MaxCategoryDepth);
+}
+
+}  // namespace
+
+CLibraryTree::CLibraryTree(QTreeWidget& tree, kiv::CAppearanceLibraryManager& manager)
+    : m_tree(tree), m_manager(manager)
+{
+}
+
+void CLibraryTree::initTreeIcon()
+{
+    m_libraryIcon = QIcon(":/Resources/Library.png");
+    m_categoryIcon = QIcon(":/Resources/Category.png");
+    m_appearanceIcon = QIcon(":/Resources/Appearance.png");
+}
+
+QString CLibraryTree::localized(const kiv::String& text) const
+{
+    return QString::fromLocal8Bit(m_manager.LocalizeAppearanceString(text).c_str());
+}
+
+CLibraryTreeItem* CLibraryTree::AddLibrary(const kiv::CAppearanceLibraryPtr& library, const QString& text, int index)
+{
+    auto* item = new CLibraryTreeItem(library);
+    item->setText(0, text);
+    item->setIcon(0, m_libraryIcon);
+    item->setData(0, IdRole, QString::fromLocal8Bit(library->GetName().c_str()));
+    readEntries(*item);
+    // Only now, complete: an item that is in a tree announces every change.
+    m_tree.insertTopLevelItem(index < 0 ? m_tree.topLevelItemCount() : index, item);
+    item->setExpanded(true);
+    item->Index().Build(item->Entries());
+    return item;
+}
+
+CAppearanceEntryPtr CLibraryTree::readEntry(const kiv::String& id, const kiv::CAppearanceInstancePtr& appearance) const
+{
+    return std::make_shared<CAppearanceEntry>(m_manager, id, appearance);
+}
+
+void CLibraryTree::readEntries(CLibraryTreeItem& library)
+{
+    struct Category {
+        QString path;
+        QList<QTreeWidgetItem*> appearances;
+    };
+    std::unordered_map<kiv::String, Category> categories;
+    library.Entries().reserve(library.Library()->count());
+    for (const auto& [id, appearance] : *library.Library()) {
+        const kiv::String name = appearance->GetCategory();
+        const auto [found, isNew] = categories.try_emplace(name);
+        Category& category = found->second;
+        if (isNew)
+            category.path = CleanCategoryPath(QString::fromLocal8Bit(name.c_str()));
+        library.Entries().push_back(readEntry(id, appearance));
+        library.Entries().back()->SetCategory(category.path);
+        category.appearances.append(new CAppearanceTreeItem(library.Entries().back(), m_appearanceIcon));
+    }
+    for (auto& [name, category] : categories)
+        AddCategory(library, category.path)->addChildren(category.appearances);
+}
+
+CAppearanceTreeItem* CLibraryTree::AddAppearance(CLibraryTreeItem& library, const CAppearanceEntryPtr& entry)
+{
+    entry->SetCategory(CleanCategoryPath(QString::fromLocal8Bit(entry->Appearance()->GetCategory().c_str())));
+    auto* item = new CAppearanceTreeItem(entry, m_appearanceIcon);
+    AddCategory(library, entry->Category())->addChild(item);
+    return item;
+}
+
+QTreeWidgetItem* CLibraryTree::AddCategory(CLibraryTreeItem& library, const QString& path)
+{
+    QTreeWidgetItem* item = &library;
+    QString below;
+    for (const QString& segment : segmentsOf(path)) {
+        below += (below.isEmpty() ? "" : "/") + segment;
+        item = childCategory(*item, segment, below);
+    }
+    return item;
+}
+
+QTreeWidgetItem* CLibraryTree::childCategory(QTreeWidgetItem& parent, const QString& segment, const QString& path)
+{
+    if (QTreeWidgetItem* found = findChildCategory(parent, path))
+        return found;
+    auto* item = new QTreeWidgetItem(CategoryItem);
+    const QString text = localized(segment.toLocal8Bit().toStdString());
+    item->setText(0, text);
+    item->setToolTip(0, text.toHtmlEscaped());
+    item->setIcon(0, m_categoryIcon);
+    item->setData(0, IdRole, path);
+    parent.insertChild(positionOf(parent, segment, text), item);
+    return item;
+}
+
+CLibraryTreeItem* CLibraryTree::FindLibrary(const kiv::String& name) const
+{
+    for (int i = 0; i < m_tree.topLevelItemCount(); ++i) {
+        CLibraryTreeItem* item = LibraryOf(m_tree.topLevelItem(i));
+        if (item && item->Library()->GetName() == name)
+            return item;
+    }
+    return nullptr;
+}
+
+CLibraryTreeItem* CLibraryTree::LibraryOf(QTreeWidgetItem* item)
+{
+    while (item && item->parent())
+        item = item->parent();
+    return item && item->type() == LibraryItem ? static_cast<CLibraryTreeItem*>(item) : nullptr;
+}
+
+CAppearanceTreeItem* CLibraryTree::FindAppearance(QTreeWidgetItem& below, const QString& id)
+{
+    return static_cast<CAppearanceTreeItem*>(walk(&below, [&](const QTreeWidgetItem* item) {
+        return item->type() == AppearanceItem && static_cast<const CAppearanceTreeItem*>(item)->Entry()->Id() == id;
+    }));
+}
+
+QTreeWidgetItem* CLibraryTree::NearestCategory(CLibraryTreeItem& library, const QString& path)
+{
+    QTreeWidgetItem* item = &library;
+    QString below;
+    for (const QString& segment : segmentsOf(path)) {
+        below += (below.isEmpty() ? "" : "/") + segment;
+        QTreeWidgetItem* child = findChildCategory(*item, below);
+        if (!child)
+            break;
+        item = child;
+    }
+    return item;
+}
+
+QTreeWidgetItem* CLibraryTree::FindItem(const QString& userText) const
+{
+    return walkTree(m_tree, [&](const QTreeWidgetItem* item) { return item->data(0, IdRole).toString() == userText; });
+}
+
+CAppearanceTreeItem* CLibraryTree::Search(const QString& keyword, const QTreeWidgetItem* after) const
+{
+    CTextSignature signature;
+    signature.Add(keyword);
+    const CSearchIndex* index = nullptr;
+    bool isPast = after == nullptr;
+    return static_cast<CAppearanceTreeItem*>(walkTree(m_tree, [&](QTreeWidgetItem* item) {
+        if (item->type() == LibraryItem) {
+            auto* library = static_cast<CLibraryTreeItem*>(item);
+            library->Index().Finish();
+            index = &library->Index();
+        }
+        if (!isPast || item->type() != AppearanceItem) {
+            isPast = isPast || item == after;
+            return false;
+        }
+        const CAppearanceEntry& entry = *static_cast<const CAppearanceTreeItem*>(item)->Entry();
+        return index->MayContain(entry, signature) && entry.Contains(keyword);
+    }));
+}
+
+void CLibraryTree::expandTreeWidget(int treeIndex, const AppearanceLibraryProvider& provider)
+{
+    for (int i = m_tree.topLevelItemCount(); i-- > 0;) {
+        if (m_tree.topLevelItem(i)->type() == CategoryItem)
+            delete m_tree.takeTopLevelItem(i);
+    }
+    QList<QTreeWidgetItem*> nodes;
+    for (const AppearanceLibraryProvider::Category& category : provider.GetCategories(treeIndex))
+        nodes.append(createTreeItem(category));
+    m_tree.insertTopLevelItems(0, nodes);
+}
+
+bool CLibraryTree::HasProviderNodes() const
+{
+    return m_tree.topLevelItemCount() > 0 && m_tree.topLevelItem(0)->type() == CategoryItem;
+}
+
+QTreeWidgetItem* CLibraryTree::createTreeItem(const AppearanceLibraryProvider::Category& category) const
+{
+    auto* item = new QTreeWidgetItem(CategoryItem);
+    const QString count = category.count < 0 ? QString() : QString("[%1]").arg(category.count);
+    item->setText(0, category.name + count);
+    item->setIcon(0, category.icon.isNull() ? m_categoryIcon : category.icon);
+    item->setData(0, IdRole, CleanCategoryPath(category.categoryPath));
+    for (const AppearanceLibraryProvider::Category& child : category.children)
+        item->addChild(createTreeItem(child));
+    return item;
+}

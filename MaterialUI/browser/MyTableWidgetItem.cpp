@@ -1,0 +1,32 @@
+#include "MyTableWidgetItem.h"
+
+namespace {
+
+Qt::SortOrder s_sortOrder = Qt::AscendingOrder;
+
+bool isPinned(const QString& text)
+{
+    static const QString pinned = QStringLiteral("云端材质库");
+    return text == pinned;
+}
+
+}  // namespace
+
+void QMyTableWidgetItem::SetSortOrder(Qt::SortOrder order)
+{
+    s_sortOrder = order;
+}
+
+Qt::SortOrder QMyTableWidgetItem::GetSortOrder()
+{
+    return s_sortOrder;
+}
+
+bool QMyTableWidgetItem::operator<(const QTableWidgetItem& other) const
+{
+    const bool pinned = isPinned(text());
+    const bool otherPinned = isPinned(other.text());
+    if (pinned != otherPinned)
+        return pinned == (s_sortOrder == Qt::AscendingOrder);
+    return QTableWidgetItem::operator<(other);
+}
