@@ -43,7 +43,7 @@ const QList<Room>& rooms()
         platformRoom("cloud", {"platform/glenox", "platform/system"}),
         platformRoom("viewing", {"platform/geometry", "platform/glenox", "platform/system"}),
         platformRoom("model", {"platform/viewing", "platform/geometry", "platform/glenox", "platform/system"}),
-        {"MaterialUI/model", s_platform, {}, {"QMessageBox"}},
+        {"MaterialUI/model", s_platform, {}, {"QApplication", "QMessageBox"}},
         productRoom("browser"),
         productRoom("editor"),
         productRoom("cloud"),
