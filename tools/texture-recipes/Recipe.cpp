@@ -1,0 +1,67 @@
+#include "Recipe.h"
+
+#include "Families.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+namespace {
+
+QJsonObject readObject(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RecipeError("cannot be read: " + file.errorString().toStdString());
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    if (!document.isObject())
+        throw RecipeError("is no JSON object: " + error.errorString().toStdString());
+    return document.object();
+}
+
+void checkSize(const QJsonValue& value)
+{
+    const QJsonArray size = value.toArray();
+    if (size.size() != 2 || size[0].toDouble() <= 0 || size[1].toDouble() <= 0)
+        throw RecipeError("\"size\" is no pair of lengths in metres");
+}
+
+void save(const QImage& image, const QString& path)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.commit())
+        throw RecipeError("cannot be written to " + path.toStdString());
+}
+
+void make(const QString& recipeFile, const QString& folder, int pixels)
+{
+    const QJsonObject recipe = readObject(recipeFile);
+    for (const QString& key : recipe.keys()) {
+        if (!QStringList{"family", "size", "normals", "parameters"}.contains(key))
+            throw RecipeError("\"" + key.toStdString() + "\" is no part of a recipe");
+    }
+    checkSize(recipe["size"]);
+    const Parameters parameters(recipe["parameters"].toObject());
+    const Picture picture = drawFamily(recipe["family"].toString(), parameters, pixels);
+    parameters.checkAllUsed();
+
+    const QString base = folder + QLatin1Char('/') + QFileInfo(recipeFile).completeBaseName();
+    save(picture.color(), base + QStringLiteral(".png"));
+    if (const double strength = recipe["normals"].toDouble(); strength > 0)
+        save(picture.normals(float(strength)), base + QStringLiteral("_normal.png"));
+}
+
+}  // namespace
+
+RecipeResult makeTexture(const QString& recipeFile, const QString& folder, int pixels)
+{
+    try {
+        make(recipeFile, folder, pixels);
+        return {};
+    } catch (const RecipeError& error) {
+        return {QFileInfo(recipeFile).fileName() + QStringLiteral(": ") + QString::fromStdString(error.what())};
+    }
+}

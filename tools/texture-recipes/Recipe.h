@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+/// One texture, as a recipe file describes it:
+///   {"family": "masonry", "size": [0.9, 0.9], "normals": 1.0, "parameters": {...}}
+/// "size" is what one repeat covers in metres; "normals" the strength of the normal map, 0 or absent for none.
+struct RecipeResult {
+    QString problem;  ///< empty when the pictures were written
+};
+
+/// Makes <folder>/<name>.png, and <name>_normal.png where the recipe asks for it, from the recipe file. `pixels` is the
+/// side of the picture. Reentrant; any thread.
+RecipeResult makeTexture(const QString& recipeFile, const QString& folder, int pixels);

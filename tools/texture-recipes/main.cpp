@@ -1,0 +1,80 @@
+// Makes the textures of the material library from their recipes.
+#include "ContactSheet.h"
+#include "Recipe.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QGuiApplication>
+#include <QtConcurrent>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace {
+
+struct Options {
+    QString recipes, out, only, sheet;
+    int size = 512;
+};
+
+/// The captions of a contact sheet need the platform's fonts, though no display; pictures need neither.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
+{
+    const bool hasSheet = std::find(argv, argv + argc, std::string("--sheet")) != argv + argc;
+    if (!hasSheet)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+Options parse(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Makes seamless textures from recipes."));
+    parser.addHelpOption();
+    parser.addOptions({{"recipes", "The folder of the recipe files.", "folder"},
+                       {"out", "The folder that the pictures go to.", "folder"},
+                       {"only", "Make only names that match this pattern.", "pattern", "*"},
+                       {"size", "The side of a picture in pixels (16 to 4096).", "pixels", "512"},
+                       {"sheet", "Also draw a contact sheet to this file.", "file"}});
+    parser.process(application);
+    return {parser.value("recipes"), parser.value("out"), parser.value("only"), parser.value("sheet"),
+            qBound(16, parser.value("size").toInt(), 4096)};
+}
+
+/// False when a recipe could not be made; each is told on the error output.
+bool makeAll(const QStringList& names, const Options& options)
+{
+    const auto make = [&options](const QString& name) {
+        return makeTexture(QDir(options.recipes).filePath(name + QStringLiteral(".json")), options.out, options.size)
+            .problem;
+    };
+    bool good = true;
+    for (const QString& problem :
+         QtConcurrent::blockingMapped<QStringList>(names, std::function<QString(const QString&)>(make))) {
+        if (!problem.isEmpty())
+            std::fprintf(stderr, "%s\n", qPrintable(problem));
+        good = good && problem.isEmpty();
+    }
+    return good;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const auto application = makeApplication(argc, argv);
+    const Options options = parse(*application);
+    QStringList names;
+    for (const QFileInfo& file :
+         QDir(options.recipes).entryInfoList({options.only + QStringLiteral(".json")}, QDir::Files, QDir::Name))
+        names.append(file.completeBaseName());
+    if (options.out.isEmpty() || names.isEmpty() || !QDir().mkpath(options.out)) {
+        std::fprintf(stderr, "no recipes, or nowhere to put the pictures: see --help\n");
+        return 2;
+    }
+    const bool good = makeAll(names, options);
+    return good && (options.sheet.isEmpty() || drawContactSheet(names, options.out, options.sheet)) ? 0 : 1;
+}
