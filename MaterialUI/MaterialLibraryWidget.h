@@ -5,6 +5,7 @@
 #include <kiv/MaterialLibrary.h>
 
 #include <QDialog>
+#include <QModelIndex>
 
 #include <functional>
 #include <memory>
@@ -14,14 +15,21 @@ class AppearanceLibraryProvider;
 class CAppearanceLibraryBrowserCtrl;
 
 /// The material dialog of the standard edition: the project's library above, the system or favourite library below, and
-/// beside them the place for preview and editor. Selecting an appearance hands it to the apply reactor at once; the
-/// button "确定" announces the one to keep and closes.
+/// beside them what is known of the selected appearance, where preview and editor will be. Selecting an appearance
+/// hands it to the apply reactor at once; the button "确定" announces the one to keep and closes. Escape and the
+/// window's close button reject.
+///
+/// What changes a library (copy, delete, remove, type change, favourites) is not built yet: the browsers' context menus
+/// stay closed and the buttons of the cloud are disabled, so that nothing looks as if it worked.
+///
+/// The search line (Ctrl+F) looks in the project's library and, where that has no match, in the library below.
+/// A double click applies once more and leaves the dialog open.
 class MATERIALUI_EXPORT CMaterialLibraryWidget : public QDialog {
     Q_OBJECT
 
 public:
     /// Library and provider are borrowed and must outlive the dialog; the provider may be null.
-    /// `releaseOnClose`: closing frees the viewing library's textures and shader programs.
+    /// `releaseOnClose`: closing frees the viewing library's textures and shader programs; it holds none yet.
     /// `loadTranslation`: installs "materialui_zh.qm" from the application's folder.
     /// `projectLibraryName`: the user library that the upper browser shows.
     /// `cloudEnabled`: favourites are loaded and the cloud is offered.
@@ -46,7 +54,52 @@ signals:
     void MatApply(QString& id);
     void OnApplyTexture();
 
+protected:
+    // What a derived widget can replace. The order is an interface to hosts.
+
+    /// A row of the lower table was double-clicked: applies the appearance. The dialog stays open.
+    virtual void DoubleClickSystemBrowserFunc(const kiv::CAppearanceInstancePtr& appearance);
+    /// The following do nothing yet (null, false); nothing in the dialog calls them.
+    virtual void AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& key);
+    virtual kiv::CAppearanceInstancePtr CopyandAddAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance);
+    virtual bool AddFavoriteAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& category);
+    virtual bool AddFavoriteTexturesFunc();
+    virtual void SynchronizedCloudFunc();
+    virtual void AppearanceDeletedFunc(const kiv::CAppearanceInstancePtr& appearance);
+    virtual void AppearanceRemoveFunc(const kiv::CAppearanceInstancePtr& appearance);
+    /// A new identifier for an appearance.
+    virtual std::wstring NewMaterialId();
+    /// Called before the reactor by everything that applies but a mere selection; empty in this edition.
+    virtual void ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance);
+
+    /// Fills the user library "Favorite Library" (made when missing) from the ".json" and ".ggm" files of the folder
+    /// `root`/`libraryName`, behind a modal progress dialog. What cannot be read and ids that occur twice are skipped;
+    /// cancelling keeps what is loaded. Texture files that lie below the favourite library path are found there.
+    void LoadApperanceLibrary(const std::wstring& root, const std::string& libraryName);
+
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+protected slots:
+    void OnSelectAppearance(const kiv::CAppearanceInstancePtr& appearance);
+    /// Announces the selection of the project's library by MatApply and accepts.
+    void OnApply();
+    /// Applies what the right-hand column shows; the dialog stays open.
+    void OnApplyAppearanceButton();
+    void OnSearchValueChanged(const QString& text);
+    void OnSearchValueChangedSlot();
+    void OnMaterialLibraryChange(const kiv::String& libraryName);
+    void OnVerticalScrollBarChanged(int value);
+    void OnDoubleClickTableWidget(QModelIndex index);
+    /// Every 200 ms while visible, once for each time that the dialog was shown.
+    void onTimerOut();
+    /// 500 ms after each show: loads the favourites.
+    void onJsonTimerOut();
+
 private:
+    void Initilize(AppearanceLibraryProvider* provider, bool loadTranslation);
+
     struct Private;
     std::unique_ptr<Private> m;
 };

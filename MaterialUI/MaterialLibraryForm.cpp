@@ -1,0 +1,117 @@
+#include "MaterialLibraryForm.h"
+
+#include "AppearanceSummary.h"
+
+#include <AppearanceLibraryBrowserCtrl.h>
+
+#include <QDialog>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+void CMaterialLibraryForm::Build(QDialog& dialog, kiv::CAppearanceLibraryManager& manager,
+                                 AppearanceLibraryProvider* provider, bool cloudEnabled)
+{
+    m_dialog = &dialog;
+    searchLine = new QLineEdit(&dialog);
+    projectBrowser = new CAppearanceLibraryBrowserCtrl(manager, &dialog, provider, cloudEnabled);
+    systemBrowser = new CAppearanceLibraryBrowserCtrl(manager, &dialog, nullptr, cloudEnabled);
+    summary = new CAppearanceSummary(manager, &dialog);
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(3);
+    columns->addWidget(buildBrowsers(), 1);
+    columns->addWidget(makeLine(true, "MiddleLine"));
+    columns->addWidget(buildRightColumn());
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->setContentsMargins(3, 3, 3, 3);
+    layout->setSpacing(0);
+    layout->addLayout(columns, 1);
+    layout->addWidget(makeLine(false, "ApplyLine"));
+    layout->addLayout(buildBottomBar(cloudEnabled));
+    projectBrowser->ShowCollectAndSynchBtn(false);
+    systemBrowser->ShowCollectAndSynchBtn(cloudEnabled);
+    disableCloudButtons();
+}
+
+QWidget* CMaterialLibraryForm::buildBrowsers()
+{
+    searchLine->setObjectName(QStringLiteral("LineSearch"));
+    searchLine->setPlaceholderText(tr("搜索构件..."));
+    searchLine->setClearButtonEnabled(true);
+    QObject::connect(new QShortcut(QKeySequence::Find, m_dialog), &QShortcut::activated, searchLine, [this] {
+        searchLine->setFocus(Qt::ShortcutFocusReason);
+        searchLine->selectAll();
+    });
+    projectBrowser->setObjectName(QStringLiteral("ProjectLibrary"));
+    systemBrowser->setObjectName(QStringLiteral("SystemLibrary"));
+    for (CAppearanceLibraryBrowserCtrl* browser : {projectBrowser, systemBrowser}) {
+        browser->ShowTreeWidget(true);
+        browser->ShowAppearanceMenu(false);
+    }
+    auto* splitter = new QSplitter(Qt::Vertical, m_dialog);
+    splitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(searchLine);
+    splitter->addWidget(projectBrowser);
+    splitter->addWidget(systemBrowser);
+    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(2, 1);
+    return splitter;
+}
+
+QWidget* CMaterialLibraryForm::buildRightColumn()
+{
+    auto* column = new QWidget(m_dialog);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(3, 3, 3, 3);
+    layout->setSpacing(0);
+    layout->addWidget(summary);
+    return column;
+}
+
+QBoxLayout* CMaterialLibraryForm::buildBottomBar(bool cloudEnabled)
+{
+    applyButton = new QPushButton(tr("确定"), m_dialog);
+    applyButton->setObjectName(QStringLiteral("pushButtonOk"));
+    applyButton->setFixedWidth(80);
+    applyButton->setDefault(true);
+    accountLabel = new QLabel(m_dialog);
+    accountLabel->setObjectName(QStringLiteral("LabelAccount"));
+    synchronizationLabel = new QLabel(m_dialog);
+    synchronizationLabel->setObjectName(QStringLiteral("LabelSynchronization"));
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(3, 3, 3, 3);
+    bar->setSpacing(6);
+    bar->addSpacerItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
+    bar->addWidget(applyButton);
+    for (QLabel* label : {accountLabel, synchronizationLabel}) {
+        label->setVisible(cloudEnabled);
+        bar->addWidget(label);
+    }
+    return bar;
+}
+
+// They wait for an account to be logged in, and nobody can log in yet.
+void CMaterialLibraryForm::disableCloudButtons()
+{
+    for (QToolButton* button : systemBrowser->findChildren<QToolButton*>(QRegularExpression("Button$"))) {
+        button->setEnabled(false);
+        button->setToolTip(tr("登录云端后可用"));
+    }
+}
+
+QFrame* CMaterialLibraryForm::makeLine(bool isVertical, const char* name)
+{
+    auto* line = new QFrame(m_dialog);
+    line->setObjectName(name);
+    line->setFrameShape(isVertical ? QFrame::VLine : QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}

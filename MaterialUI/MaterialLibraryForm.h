@@ -1,0 +1,42 @@
+#pragma once
+
+#include <kiv/AppearanceLibraryManager.h>
+
+#include <QCoreApplication>
+
+class AppearanceLibraryProvider;
+class CAppearanceLibraryBrowserCtrl;
+class CAppearanceSummary;
+class QBoxLayout;
+class QDialog;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QWidget;
+
+/// The widgets of the material dialog and their places. They belong to the dialog; hosts find them by object name.
+class CMaterialLibraryForm {
+    Q_DECLARE_TR_FUNCTIONS(CMaterialLibraryForm)
+
+public:
+    void Build(QDialog& dialog, kiv::CAppearanceLibraryManager& manager, AppearanceLibraryProvider* provider,
+               bool cloudEnabled);
+
+    QLineEdit* searchLine = nullptr;
+    CAppearanceLibraryBrowserCtrl* projectBrowser = nullptr;
+    CAppearanceLibraryBrowserCtrl* systemBrowser = nullptr;
+    CAppearanceSummary* summary = nullptr;
+    QPushButton* applyButton = nullptr;
+    QLabel* accountLabel = nullptr;          ///< whether the account is on line
+    QLabel* synchronizationLabel = nullptr;  ///< how many favourites wait, failed and succeeded
+
+private:
+    QWidget* buildBrowsers();
+    QWidget* buildRightColumn();
+    QBoxLayout* buildBottomBar(bool cloudEnabled);
+    void disableCloudButtons();
+    QFrame* makeLine(bool isVertical, const char* name);
+
+    QDialog* m_dialog = nullptr;
+};
