@@ -5,6 +5,8 @@
 
 #include <kiv/AppearanceLibraryManager.h>
 
+#include <boost/container/small_vector.hpp>
+
 #include <algorithm>
 
 namespace kiv {
@@ -18,197 +20,219 @@ const char* const FallbackTemplateName = "Generic";
 const char* const TextureTemplateName = "Texture";
 const char* const TwiceReason = "the key stands here twice";
 
-/// What the document said of a declared key so far.
-enum EnSlotState : char { SlotDefault, SlotNull, SlotRead };
-
-/// The type that a well-known key has without any declaration; null for another key.
-CPropertyValuePtr wellKnownType(std::string_view key, bool isTexture)
+/// The type, as a value of it, that a well-known key has without any declaration; null for another key.
+const CPropertyValue* wellKnownType(std::string_view key, bool isTexture)
 {
-    static const CPropertyValuePtr text = MakePropertyValue(String());
-    static const CPropertyValuePtr number = MakePropertyValue(0);
+    static const CPropertyValue text{String()};
+    static const CPropertyValue number{0};
     static const std::string_view texts[] = {"id", "name", "tags", "category"};
     if (std::find(std::begin(texts), std::end(texts), key) != std::end(texts) || (isTexture && key == "texture_file"))
-        return text;
-    return key == "edit_type" ? number : nullptr;
+        return &text;
+    return key == "edit_type" ? &number : nullptr;
 }
 
-/// The template's name; empty when it is missing or no text.
-std::string_view templateName(const object& fields)
+/// The template's name; empty when it is missing or no text, or when this is no object.
+template <typename Json>
+std::string_view templateName(const Json& json)
 {
     std::string_view name;
-    return fields.at_key("template").get(name) ? std::string_view() : name;
+    return json.at_key("template").get(name) ? std::string_view() : name;
 }
 
-CPropertyValuePtr copyOf(const CAppearanceInstance& prototype)
+/// The default itself, or for a texture, which no two appearances may share, a copy of the prototype.
+CPropertyValuePtr ownDefault(const CPropertyValuePtr& value)
 {
+    const auto* prototype = value->TryGet<CAppearanceInstancePtr>();
+    if (!prototype)
+        return value;
     auto copy = std::make_shared<CAppearanceInstance>();
-    copy->Assign(prototype);
+    copy->Assign(**prototype);
     return MakePropertyValue(std::move(copy));
 }
 
+bool holdsNothing(const CPropertyValue& value)
+{
+    return value.TryGet<std::monostate>() != nullptr;
+}
+
 }  // namespace
+
+/// One appearance while its object is walked.
+struct CAppearanceDocumentReader::Level {
+    CAppearanceInstancePtr target = std::make_shared<CAppearanceInstance>();
+    const CPropertySet* declared = nullptr;  ///< with the defaults
+    CAppearanceTemplatePtr declaring;        ///< keeps `declared`
+    int depth = 1;
+    bool isTexture = false;
+    boost::container::small_vector<bool, 64> seen;          ///< by slot
+    std::vector<CPropertyValue> own;                        ///< the values that differ from their defaults
+    boost::container::small_vector<std::size_t, 64> slots;  ///< of `own`
+    std::vector<std::pair<String, CPropertyValue>> extras;
+};
 
 CAppearanceInstancePtr CAppearanceDocumentReader::Read(element document, CParseError& error)
 {
     m_error = &error;
     error = {};
     object fields;
-    if (document.get(fields)) {
-        Refuse(error, "an appearance document is an object");
+    if (!document.get(fields))
+        return readAppearance(fields, nullptr, 1);
+    Refuse(error, "an appearance document is an object");
+    return {};
+}
+
+CAppearanceInstancePtr CAppearanceDocumentReader::readAppearance(const object& fields,
+                                                                 const CAppearanceInstance* prototype, int depth)
+{
+    Level level;
+    level.depth = depth;
+    const bool isRead = declare(templateName(fields), prototype, level) && readFields(fields, level);
+    if (!isRead)
         return {};
-    }
-    auto appearance = std::make_shared<CAppearanceInstance>();
-    return readAppearance(fields, nullptr, 1, *appearance) ? appearance : nullptr;
+    takeValues(level);
+    return takeExtras(level) ? level.target : nullptr;
 }
 
-bool CAppearanceDocumentReader::readAppearance(const object& fields, const CAppearanceInstance* prototype, int depth,
-                                               CAppearanceInstance& target)
+/// Finds the defaults that the template, or the prototype of a declared texture, declares.
+bool CAppearanceDocumentReader::declare(std::string_view utf8Name, const CAppearanceInstance* prototype, Level& level)
 {
-    if (depth > MaxJsonDepth)
+    static const CPropertySet nothing;
+    if (level.depth > MaxJsonDepth)
         return Refuse(*m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels");
-    const std::string_view name = templateName(fields);
-    if (name.empty())
+    if (utf8Name.empty())
         return refuseAt("template", "the template's name is missing or no text");
-    return declare(name, prototype, target) && readFields(fields, depth, name == TextureTemplateName, target);
-}
-
-/// Gives the target the defaults that its template, or the prototype of a declared texture, declares.
-bool CAppearanceDocumentReader::declare(std::string_view utf8Name, const CAppearanceInstance* prototype,
-                                        CAppearanceInstance& target)
-{
     String name;
     if (!ReadText(utf8Name, name, *m_error))
         return placeAt("template");
-    if (!prototype) {
-        declareByTemplate(name, target);
-        return true;
-    }
-    if (name != prototype->GetTemplateName())
+    level.declared = prototype ? prototype : &nothing;
+    level.isTexture = name == TextureTemplateName;
+    if (!prototype)
+        declareByTemplate(name, level);
+    else if (name != prototype->GetTemplateName())
         return refuseAt("template", "expected \"" + prototype->GetTemplateName() + "\", found \"" + name + "\"");
-    static_cast<CPropertySet&>(target) = *prototype;
-    target.m_template = prototype->GetTemplate();
+    else
+        level.target->m_template = prototype->GetTemplate();
+    level.seen.resize(level.declared->size());
+    level.own.reserve(level.declared->size());
     return true;
 }
 
-void CAppearanceDocumentReader::declareByTemplate(const String& name, CAppearanceInstance& target)
+void CAppearanceDocumentReader::declareByTemplate(const String& name, Level& level)
 {
-    target.m_template = m_manager.FindTemplate(name);
-    auto declaring = target.m_template;
-    if (!declaring && name != TextureTemplateName)
-        declaring = m_manager.FindTemplate(FallbackTemplateName);
-    if (declaring)
-        static_cast<CPropertySet&>(target) = declaring->GetDefaults();
+    level.declaring = level.target->m_template = m_manager.FindTemplate(name);
+    if (!level.declaring && !level.isTexture)
+        level.declaring = m_manager.FindTemplate(FallbackTemplateName);
+    if (level.declaring)
+        level.declared = &level.declaring->GetDefaults();
 }
 
 /// Documents that were written here have their keys in order, as the defaults are: the walk goes in step with them and
 /// searches only where it gets out of step.
-bool CAppearanceDocumentReader::readFields(const object& fields, int depth, bool isTexture, CAppearanceInstance& target)
+bool CAppearanceDocumentReader::readFields(const object& fields, Level& level)
 {
-    SlotStates states(target.size(), SlotDefault);
-    std::vector<Extra> extras;
+    const CPropertySet& declared = *level.declared;
     std::size_t slot = 0;
     for (const auto field : fields) {
-        if (slot == states.size() || (*target.m_keys)[slot] != field.key)
-            slot = target.IndexOf(field.key);
-        if (slot == states.size()) {
-            if (!readExtra(field.key, field.value, depth, isTexture, extras))
+        if (slot == declared.size() || (*declared.m_keys)[slot] != field.key)
+            slot = declared.IndexOf(field.key);
+        if (slot == declared.size()) {
+            if (!readExtra(field, level))
                 return false;
-        } else if (!readSlot(field, depth, states[slot], target.m_values[slot])) {
+        } else if (!readDeclared(field, slot++, level)) {
             return false;
-        } else {
-            ++slot;
         }
     }
-    copyPrototypes(states, target);
-    return addExtras(extras, target);
+    return true;
 }
 
-bool CAppearanceDocumentReader::readSlot(const simdjson::dom::key_value_pair& field, int depth, char& state,
-                                         CPropertyValuePtr& slot)
+bool CAppearanceDocumentReader::readDeclared(const simdjson::dom::key_value_pair& field, std::size_t slot, Level& level)
 {
-    if (state != SlotDefault)
+    if (level.seen[slot])
         return refuseAt(field.key, TwiceReason);
-    state = field.value.is_null() ? SlotNull : SlotRead;
-    return state == SlotNull || readDeclared(field.value, depth, slot) || placeAt(field.key);
+    level.seen[slot] = true;
+    if (field.value.is_null())
+        return true;
+    const CPropertyValue& like = *level.declared->m_values[slot];
+    const auto* prototype = like.TryGet<CAppearanceInstancePtr>();
+    CPropertyValue& value = level.own.emplace_back();
+    if (prototype ? !readSub(field.value, prototype->get(), level.depth, value)
+                  : !ReadTypedValue(field.value, like, value, *m_error))
+        return placeAt(field.key);
+    if (holdsNothing(value))
+        level.own.pop_back();
+    else
+        level.slots.push_back(slot);
+    return true;
 }
 
-/// The textures that the document leaves out become the appearance's own.
-void CAppearanceDocumentReader::copyPrototypes(const SlotStates& states, CAppearanceInstance& target)
-{
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (states[i] == SlotRead)
-            continue;
-        CPropertyValuePtr& value = target.m_values[i];
-        if (const auto* prototype = value->TryGet<CAppearanceInstancePtr>())
-            value = copyOf(**prototype);
-    }
-}
-
-bool CAppearanceDocumentReader::readDeclared(element json, int depth, CPropertyValuePtr& slot)
-{
-    if (slot->GetType() == typeid(CAppearanceInstancePtr))
-        return readTexture(json, depth, slot);
-    return ReadTypedValue(json, slot, *m_error);
-}
-
-bool CAppearanceDocumentReader::readTexture(element json, int depth, CPropertyValuePtr& slot)
+bool CAppearanceDocumentReader::readSub(element json, const CAppearanceInstance* prototype, int depth,
+                                        CPropertyValue& value)
 {
     object fields;
     if (json.get(fields))
         return Refuse(*m_error, "expected a texture");
-    auto texture = std::make_shared<CAppearanceInstance>();
-    if (!readAppearance(fields, slot->Get<CAppearanceInstancePtr>().get(), depth + 1, *texture))
+    auto sub = readAppearance(fields, prototype, depth + 1);
+    if (!sub)
         return false;
-    slot = MakePropertyValue(std::move(texture));
+    value = CPropertyValue(std::move(sub));
     return true;
 }
 
-bool CAppearanceDocumentReader::readExtra(std::string_view key, element json, int depth, bool isTexture,
-                                          std::vector<Extra>& extras)
+bool CAppearanceDocumentReader::readExtra(const simdjson::dom::key_value_pair& field, Level& level)
 {
-    if (key.empty())
-        return refuseAt(key, "a key is empty");
-    String narrowKey;
-    if (!ReadText(key, narrowKey, *m_error))
+    if (field.key.empty())
+        return refuseAt(field.key, "a key is empty");
+    String key;
+    if (!ReadText(field.key, key, *m_error))
         return false;
-    if (json.is_null() && wellKnownType(key, isTexture))
+    const CPropertyValue* wellKnown = wellKnownType(field.key, level.isTexture);
+    if (wellKnown && field.value.is_null())
         return true;
-    auto value = readUndeclared(key, json, depth, isTexture);
-    if (!value)
-        return placeAt(key);
-    extras.emplace_back(std::move(narrowKey), std::move(value));
+    CPropertyValue value;
+    if (wellKnown ? !ReadTypedValue(field.value, *wellKnown, value, *m_error)
+                  : !readUndeclared(field, level.depth, value))
+        return placeAt(field.key);
+    level.extras.emplace_back(std::move(key), holdsNothing(value) ? *wellKnown : std::move(value));
     return true;
 }
 
-CPropertyValuePtr CAppearanceDocumentReader::readUndeclared(std::string_view key, element json, int depth,
-                                                            bool isTexture)
+bool CAppearanceDocumentReader::readUndeclared(const simdjson::dom::key_value_pair& field, int depth,
+                                               CPropertyValue& value)
 {
-    if (CPropertyValuePtr value = wellKnownType(key, isTexture))
-        return ReadTypedValue(json, value, *m_error) ? value : nullptr;
-    object fields;
-    if (!json.get(fields) && !templateName(fields).empty())
-        return readSubAppearance(fields, depth);
-    return ReadUntypedValue(json, depth + 1, *m_error);
+    if (templateName(field.value).empty())
+        return ReadUntypedValue(field.value, depth + 1, value, *m_error);
+    return readSub(field.value, nullptr, depth, value);
 }
 
-CPropertyValuePtr CAppearanceDocumentReader::readSubAppearance(const object& fields, int depth)
+/// The values that the document gave lie in one block, which each of them keeps: fewer and smaller allocations.
+void CAppearanceDocumentReader::takeValues(Level& level)
 {
-    auto sub = std::make_shared<CAppearanceInstance>();
-    return readAppearance(fields, nullptr, depth + 1, *sub) ? MakePropertyValue(std::move(sub)) : nullptr;
+    CAppearanceInstance& target = *level.target;
+    target.m_keys = level.declared->m_keys;
+    target.m_values.resize(level.declared->size());
+    level.own.shrink_to_fit();
+    const auto block = std::make_shared<std::vector<CPropertyValue>>(std::move(level.own));
+    for (std::size_t i = 0; i < block->size(); ++i)
+        target.m_values[level.slots[i]] = CPropertyValuePtr(block, &(*block)[i]);
+    for (std::size_t slot = 0; slot < target.m_values.size(); ++slot) {
+        if (!target.m_values[slot])
+            target.m_values[slot] = ownDefault(level.declared->m_values[slot]);
+    }
 }
 
-bool CAppearanceDocumentReader::addExtras(std::vector<Extra>& extras, CAppearanceInstance& target)
+bool CAppearanceDocumentReader::takeExtras(Level& level)
 {
+    auto& extras = level.extras;
     if (extras.empty())
         return true;
-    std::sort(extras.begin(), extras.end(), [](const Extra& a, const Extra& b) { return a.first < b.first; });
+    std::sort(extras.begin(), extras.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     const auto twice = std::adjacent_find(extras.begin(), extras.end(),
-                                          [](const Extra& a, const Extra& b) { return a.first == b.first; });
+                                          [](const auto& a, const auto& b) { return a.first == b.first; });
     if (twice != extras.end())
         return refuseAt(twice->first, TwiceReason);
-    for (const auto& [key, value] : extras)
-        target.SetProperty(key, value);
-    shareKeys(target);
+    for (auto& [key, value] : extras)
+        level.target->SetProperty(key, MakePropertyValue(std::move(value)));
+    shareKeys(*level.target);
     return true;
 }
 

@@ -3,8 +3,6 @@
 #include <kiv/AppearanceInstance.h>
 #include <kiv/ParseError.h>
 
-#include <boost/container/small_vector.hpp>
-
 #include <simdjson.h>
 
 namespace kiv {
@@ -20,24 +18,19 @@ public:
     CAppearanceInstancePtr Read(simdjson::dom::element document, CParseError& error);
 
 private:
-    /// A key that the template does not declare.
-    using Extra = std::pair<String, CPropertyValuePtr>;
-    using SlotStates = boost::container::small_vector<char, 64>;
+    struct Level;
 
-    bool readAppearance(const simdjson::dom::object& object, const CAppearanceInstance* prototype, int depth,
-                        CAppearanceInstance& target);
-    bool declare(std::string_view utf8Name, const CAppearanceInstance* prototype, CAppearanceInstance& target);
-    void declareByTemplate(const String& name, CAppearanceInstance& target);
-    bool readFields(const simdjson::dom::object& object, int depth, bool isTexture, CAppearanceInstance& target);
-    bool readSlot(const simdjson::dom::key_value_pair& field, int depth, char& state, CPropertyValuePtr& slot);
-    void copyPrototypes(const SlotStates& states, CAppearanceInstance& target);
-    bool readDeclared(simdjson::dom::element json, int depth, CPropertyValuePtr& slot);
-    bool readTexture(simdjson::dom::element json, int depth, CPropertyValuePtr& slot);
-    bool readExtra(std::string_view key, simdjson::dom::element json, int depth, bool isTexture,
-                   std::vector<Extra>& extras);
-    CPropertyValuePtr readUndeclared(std::string_view key, simdjson::dom::element json, int depth, bool isTexture);
-    CPropertyValuePtr readSubAppearance(const simdjson::dom::object& object, int depth);
-    bool addExtras(std::vector<Extra>& extras, CAppearanceInstance& target);
+    CAppearanceInstancePtr readAppearance(const simdjson::dom::object& fields, const CAppearanceInstance* prototype,
+                                          int depth);
+    bool declare(std::string_view name, const CAppearanceInstance* prototype, Level& level);
+    void declareByTemplate(const String& name, Level& level);
+    bool readFields(const simdjson::dom::object& fields, Level& level);
+    bool readDeclared(const simdjson::dom::key_value_pair& field, std::size_t slot, Level& level);
+    bool readSub(simdjson::dom::element json, const CAppearanceInstance* prototype, int depth, CPropertyValue& value);
+    bool readExtra(const simdjson::dom::key_value_pair& field, Level& level);
+    bool readUndeclared(const simdjson::dom::key_value_pair& field, int depth, CPropertyValue& value);
+    void takeValues(Level& level);
+    bool takeExtras(Level& level);
     void shareKeys(CAppearanceInstance& target);
     bool refuseAt(std::string_view key, String reason);
     bool placeAt(std::string_view key);

@@ -47,25 +47,18 @@ bool refuseKind(const char* expected, element json, CParseError& error)
     return Refuse(error, String("expected ") + expected + ", found " + kindOf(json));
 }
 
-/// Keeps the slot when it holds the value already: `current` is what it holds. Bit by bit, so that -0.0 is not taken
-/// for the 0.0 of a default.
+/// Bit by bit, so that -0.0 is not taken for the 0.0 of a default.
 template <typename T>
-bool store(const T& current, const T& value, CPropertyValuePtr& slot)
+bool store(const T& like, const T& read, CPropertyValue& value)
 {
-    if (std::memcmp(&current, &value, sizeof(T)) != 0)
-        slot = MakePropertyValue(value);
+    if (std::memcmp(&like, &read, sizeof(T)) != 0)
+        value = CPropertyValue(read);
     return true;
 }
 
 bool fitsInt(std::int64_t number)
 {
     return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
-}
-
-CPropertyValuePtr sharedBool(bool value)
-{
-    static const CPropertyValuePtr values[] = {MakePropertyValue(false), MakePropertyValue(true)};
-    return values[value];
 }
 
 bool readNumber(element json, float& value, CParseError& error)
@@ -80,43 +73,40 @@ bool readNumber(element json, float& value, CParseError& error)
     return true;
 }
 
-// readLike reads a value of the type of `current`, which is what the slot holds until it is replaced.
+// readLike reads a value of the type of `like`.
 
-bool readLike(const float& current, element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const float& like, element json, CPropertyValue& value, CParseError& error)
 {
-    float value = 0;
-    return readNumber(json, value, error) && store(current, value, slot);
+    float read = 0;
+    return readNumber(json, read, error) && store(like, read, value);
 }
 
-bool readLike(const int& current, element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const int& like, element json, CPropertyValue& value, CParseError& error)
 {
-    std::int64_t number = 0;
+    std::int64_t read = 0;
     if (!json.is<std::int64_t>() && !json.is<std::uint64_t>())
         return refuseKind("a whole number", json, error);
-    if (json.get(number) || !fitsInt(number))
+    if (json.get(read) || !fitsInt(read))
         return Refuse(error, "the number is too large");
-    return store(current, int(number), slot);
+    return store(like, int(read), value);
 }
 
-bool readLike(const bool&, element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const bool& like, element json, CPropertyValue& value, CParseError& error)
 {
-    bool value = false;
-    if (json.get(value))
-        return refuseKind("true or false", json, error);
-    slot = sharedBool(value);
-    return true;
+    bool read = false;
+    return json.get(read) ? refuseKind("true or false", json, error) : store(like, read, value);
 }
 
-bool readLike(const String& current, element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const String& like, element json, CPropertyValue& value, CParseError& error)
 {
     std::string_view utf8;
     if (json.get(utf8))
         return refuseKind("a text", json, error);
-    String text;
-    if (!ReadText(utf8, text, error))
+    String read;
+    if (!ReadText(utf8, read, error))
         return false;
-    if (current != text)
-        slot = MakePropertyValue(std::move(text));
+    if (like != read)
+        value = CPropertyValue(std::move(read));
     return true;
 }
 
@@ -145,15 +135,15 @@ bool readFloats(element json, float* values, std::size_t count, CParseError& err
 
 /// Vectors and matrices are nothing but their floats in order.
 template <typename T>
-bool readLike(const T& current, element json, CPropertyValuePtr& slot, CParseError& error)
+bool readLike(const T& like, element json, CPropertyValue& value, CParseError& error)
 {
     constexpr std::size_t count = sizeof(T) / sizeof(float);
     float values[count];
     if (!readFloats(json, values, count, error))
         return false;
-    T value;
-    std::memcpy(static_cast<void*>(&value), values, sizeof(value));
-    return store(current, value, slot);
+    T read;
+    std::memcpy(static_cast<void*>(&read), values, sizeof(read));
+    return store(like, read, value);
 }
 
 /// Whether the shortest texts of the number as float and as double are the same.
@@ -175,22 +165,6 @@ bool isFloatList(const simdjson::dom::array& list)
             return false;
     }
     return true;
-}
-
-CPropertyValuePtr emptyVector(std::size_t count)
-{
-    switch (count) {
-    case 2:
-        return MakePropertyValue(CVec2<float>());
-    case 3:
-        return MakePropertyValue(CVec3<float>());
-    case 4:
-        return MakePropertyValue(CVec4<float>());
-    case 9:
-        return MakePropertyValue(CMatrix3<float>());
-    default:
-        return {};
-    }
 }
 
 class CRawJsonWriter {
@@ -276,22 +250,53 @@ private:
     String m_json;
 };
 
-CPropertyValuePtr readRaw(element json, int depth, CParseError& error)
+bool readRaw(element json, int depth, CPropertyValue& value, CParseError& error)
 {
     CRawJsonWriter writer(error);
-    return writer.Append(json, depth) ? MakePropertyValue(CRawJson{writer.Take()}) : nullptr;
+    if (!writer.Append(json, depth))
+        return false;
+    value = CPropertyValue(CRawJson{writer.Take()});
+    return true;
 }
 
-CPropertyValuePtr readTyped(element json, CPropertyValuePtr slot, CParseError& error)
+template <typename T>
+bool readVector(element json, CPropertyValue& value, CParseError& error)
 {
-    return ReadTypedValue(json, slot, error) ? slot : nullptr;
+    value = CPropertyValue(T());
+    return readLike(T(), json, value, error);
 }
 
-CPropertyValuePtr readList(element json, int depth, CParseError& error)
+bool readList(element json, int depth, CPropertyValue& value, CParseError& error)
 {
     const simdjson::dom::array list = json;
-    CPropertyValuePtr vector = emptyVector(list.size());
-    return vector && isFloatList(list) ? readTyped(json, vector, error) : readRaw(json, depth, error);
+    const std::size_t size = isFloatList(list) ? list.size() : 0;
+    switch (size) {
+    case 2:
+        return readVector<CVec2<float>>(json, value, error);
+    case 3:
+        return readVector<CVec3<float>>(json, value, error);
+    case 4:
+        return readVector<CVec4<float>>(json, value, error);
+    case 9:
+        return readVector<CMatrix3<float>>(json, value, error);
+    default:
+        return readRaw(json, depth, value, error);
+    }
+}
+
+bool readUntypedText(std::string_view utf8, CPropertyValue& value, CParseError& error)
+{
+    String text;
+    if (!ReadText(utf8, text, error))
+        return false;
+    value = CPropertyValue(std::move(text));
+    return true;
+}
+
+bool set(CPropertyValue& value, CPropertyValue read)
+{
+    value = std::move(read);
+    return true;
 }
 
 }  // namespace
@@ -308,32 +313,32 @@ bool ReadText(std::string_view utf8, String& text, CParseError& error)
     return true;
 }
 
-bool ReadTypedValue(element json, CPropertyValuePtr& slot, CParseError& error)
+bool ReadTypedValue(element json, const CPropertyValue& like, CPropertyValue& value, CParseError& error)
 {
-    return slot->Visit([&](const auto& current) {
-        using T = std::decay_t<decltype(current)>;
+    return like.Visit([&](const auto& held) {
+        using T = std::decay_t<decltype(held)>;
         if constexpr (std::is_same_v<T, String> || IsPlain<T>)
-            return readLike(current, json, slot, error);
+            return readLike(held, json, value, error);
         else
             return Refuse(error, "the template's default has a type that no document holds");
     });
 }
 
-CPropertyValuePtr ReadUntypedValue(element json, int depth, CParseError& error)
+bool ReadUntypedValue(element json, int depth, CPropertyValue& value, CParseError& error)
 {
     switch (json.type()) {
     case element_type::BOOL:
-        return sharedBool(json);
+        return set(value, CPropertyValue(bool(json)));
     case element_type::STRING:
-        return readTyped(json, MakePropertyValue(String()), error);
+        return readUntypedText(json, value, error);
     case element_type::INT64:
-        return fitsInt(json) ? MakePropertyValue(int(std::int64_t(json))) : readRaw(json, depth, error);
+        return fitsInt(json) ? set(value, CPropertyValue(int(std::int64_t(json)))) : readRaw(json, depth, value, error);
     case element_type::DOUBLE:
-        return isFloat(json) ? MakePropertyValue(float(double(json))) : readRaw(json, depth, error);
+        return isFloat(json) ? set(value, CPropertyValue(float(double(json)))) : readRaw(json, depth, value, error);
     case element_type::ARRAY:
-        return readList(json, depth, error);
+        return readList(json, depth, value, error);
     default:
-        return readRaw(json, depth, error);
+        return readRaw(json, depth, value, error);
     }
 }
 

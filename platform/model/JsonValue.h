@@ -12,13 +12,13 @@ namespace kiv {
 /// Deepest nesting that is walked; a document itself is level 1.
 constexpr int MaxJsonDepth = 32;
 
-/// Reads a value of the type that `slot` holds. `slot` stays as it is where the value equals it, so that appearances
+/// Reads a value of the type that `like` holds. `value` holds nothing where it equals `like`, so that appearances can
 /// share their template's defaults. False with the reason for a value of another type.
-bool ReadTypedValue(simdjson::dom::element json, CPropertyValuePtr& slot, CParseError& error);
+bool ReadTypedValue(simdjson::dom::element json, const CPropertyValue& like, CPropertyValue& value, CParseError& error);
 
-/// The value of an undeclared key by its looks; CRawJson for what is no value type. Null with the reason for what is
+/// The value of an undeclared key by its looks; CRawJson for what is no value type. False with the reason for what is
 /// nested too deep, has a key twice or a text that is no text.
-CPropertyValuePtr ReadUntypedValue(simdjson::dom::element json, int depth, CParseError& error);
+bool ReadUntypedValue(simdjson::dom::element json, int depth, CPropertyValue& value, CParseError& error);
 
 /// A text of the document as narrow string. False with the reason for half a surrogate pair.
 bool ReadText(std::string_view utf8, String& text, CParseError& error);

@@ -23,15 +23,17 @@ bool isNarrowUtf8()
 bool IsAscii(std::string_view text)
 {
     constexpr std::uint64_t HighBits = 0x8080808080808080;
-    std::uint64_t seen = 0;
     std::size_t i = 0;
     for (std::uint64_t word = 0; i + sizeof(word) <= text.size(); i += sizeof(word)) {
         std::memcpy(&word, text.data() + i, sizeof(word));
-        seen |= word;
+        if (word & HighBits)
+            return false;
     }
-    for (; i < text.size(); ++i)
-        seen |= static_cast<unsigned char>(text[i]);
-    return (seen & HighBits) == 0;
+    for (; i < text.size(); ++i) {
+        if (text[i] & 0x80)
+            return false;
+    }
+    return true;
 }
 
 String NarrowFromUtf8(std::string_view utf8)

@@ -86,6 +86,8 @@ protected:
     std::vector<CPropertyValuePtr> m_values;
 
 private:
+    friend class CAppearanceDocumentReader;
+
     std::size_t lowerBound(std::string_view key) const;
     Keys& ownKeys();
 };
