@@ -114,6 +114,7 @@ QLayout* CAppearanceSummary::buildHeading()
 QFormLayout* CAppearanceSummary::buildRows()
 {
     auto* form = new QFormLayout;
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
     form->setHorizontalSpacing(12);
     form->setVerticalSpacing(4);
     const auto percent = [](const kiv::String& key) {
@@ -137,6 +138,7 @@ void CAppearanceSummary::addRow(QFormLayout& form, const QString& title, const R
     QLabel* titleLabel = makeLabel(this, "SummaryTitle");
     titleLabel->setText(title);
     titleLabel->setWordWrap(false);
+    titleLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     QLabel* valueLabel = makeLabel(this, "SummaryValue");
     form.addRow(titleLabel, valueLabel);
     m_rows.append({titleLabel, valueLabel, text});

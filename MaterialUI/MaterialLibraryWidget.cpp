@@ -138,8 +138,10 @@ void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool
     m->form.Build(*this, m->manager, provider, m->cloudEnabled);
     m->setUpFavorites();
     m->showLibraries();
-    if (const auto first = m->firstAppearance())
+    if (const auto first = m->firstAppearance()) {
         OnSelectAppearance(first);
+        m->form.systemBrowser->SelectTableItem(toQt(first->GetId()));
+    }
     m->showCloudStatus();
     m->connectSignals(*this);
     setSizeGripEnabled(provider != nullptr);
