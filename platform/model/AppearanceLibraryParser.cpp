@@ -107,7 +107,7 @@ bool CAppearanceLibraryParser::ConfigLibrayFromFile(const std::wstring& path)
     std::string_view utf8;
     String unit;
     const bool read = document.ParseFile(file, MaxConfigurationBytes, error) &&
-                      (!document.GetRoot().at_key("textureUnit").get(utf8) ||
+                      ((!document.GetRoot().at_key("textureUnit").get(utf8) && !utf8.empty()) ||
                        Refuse(error, "a library configuration is an object with the text \"textureUnit\"")) &&
                       ReadText(utf8, unit, error);
     if (read)

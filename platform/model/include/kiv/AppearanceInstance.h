@@ -45,7 +45,7 @@ public:
     /// Property "diffuse_color": red, green, blue, alpha, 0..1. SetDiffuse also stores the alpha under "transparent".
     CVec4<float> GetDiffuse() const;
     void SetDiffuse(const CVec4<float>& color);
-    /// Property "transparent": opacity, 1 opaque to 0 invisible; also becomes the alpha of "diffuse_color".
+    /// Property "transparent": opacity, 1 opaque to 0 invisible; also becomes the alpha of an existing "diffuse_color".
     float GetTransparent() const;
     void SetTransparent(float opacity);
 
@@ -72,7 +72,8 @@ public:
     /// flag stay as they are.
     /// `takeTemplate` false: the own template stays; of the keys that the other's template declares only those are
     /// taken that the own template declares with the same type. True: the other's template is taken too.
-    /// `exact` false: own properties that the other lacks stay. True: they go.
+    /// `exact` false: own properties that the other lacks stay. True: they go; those that the template declares go back to
+    /// its defaults.
     /// Keys that no template declares always come along. Textures are deep copies that refer to the same files.
     void IncompleteAssign(const CAppearanceInstance& other, bool takeTemplate, bool exact);
     void IncompleteAssign(const CAppearanceInstancePtr& other, bool takeTemplate, bool exact);

@@ -55,8 +55,8 @@ public:
     std::shared_ptr<CAppearanceTranslator> CreateTranslator(CStateSet* stateSet) const;
     bool Translate(const CAppearanceInstancePtr& appearance, CStateSet* stateSet) const;
     /// Hands the flat preview to the previewer: the resolved file of the first texture named by the template's preview
-    /// keys that is in use ("useBaseTexture") and names a file, otherwise the first colour. False, calling nothing,
-    /// for null.
+    /// keys that is in use ("useBaseTexture"; a type without that switch always uses its texture) and names a file,
+    /// otherwise the first colour. False, calling nothing, for null.
     bool Preview(const CAppearanceInstancePtr& appearance, CAppearancePreviewer& previewer) const;
 
     // ---- user-interface support
@@ -89,8 +89,9 @@ public:
 
     /// The absolute path on this machine of a stored texture path. An absolute path is itself; a relative one is looked
     /// for under the texture library path, the favourite texture path and the favourite library path, in this order.
-    /// A path that climbs out of these folders ("..") is not followed. What is found nowhere is answered under the
-    /// texture library path; an empty path is answered empty. Asks the file system only whether files exist.
+    /// What is found nowhere is answered under the texture library path. Empty for an empty path, for a relative path with
+    /// a segment "..", which could leave these folders, and for one that is found nowhere while there is no texture
+    /// library path. Asks the file system only whether regular files exist.
     std::wstring ResolvePath(const std::wstring& texturePath) const;
     String ResolvePath(const String& texturePath) const;
 

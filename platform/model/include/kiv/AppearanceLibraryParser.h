@@ -11,7 +11,8 @@ public:
 
     /// Adds the appearances of a library file, {"appearances":[document, ...]}, to the library. A document that is
     /// refused and an id that occurs twice are skipped and reported; the rest is there. False, adding nothing, when
-    /// the file cannot be read, is larger than 1 GiB or is no such JSON.
+    /// the file cannot be read, is larger than 1 GiB or is no such JSON. A library without name or identifier takes the
+    /// file's "name" or "id".
     bool AppearanceLibraryFromFile(const CAppearanceLibraryPtr& library, const std::wstring& path);
     /// The same for text in memory; `place` names it in the report.
     bool AppearanceLibraryFromString(const CAppearanceLibraryPtr& library, const String& text, const String& place);
