@@ -33,7 +33,6 @@ void CAppearanceEntry::Refresh()
 {
     m_name = toText(m_manager->LocalizeAppearanceString(m_appearance->GetName()));
     m_inCloud = m_appearance->GetCloudFlag();
-    m_indexPosition = -1;
     m_previewed = false;
 }
 

@@ -197,6 +197,8 @@ void CAppearanceLibraryBrowserCtrl::OnSelectItem(QTableWidgetItem* item)
 {
     if (!item)
         return;
+    if (item->column() == PictureColumn)
+        m->table->SelectClickedRow(item->row());
     const QString id = m->table->IdOf(item->row());
     if (!m->isAnnounced(id))
         m->announce(id);
@@ -322,6 +324,8 @@ void CAppearanceLibraryBrowserCtrl::OnShowAppearanceMenu(const QPoint& position)
         return;
     if (item->row() != m->ui.tableWidget->currentRow())
         m->ui.tableWidget->setCurrentCell(item->row(), NameColumn);
+    if (m->ui.tableWidget->selectionMode() == QAbstractItemView::SingleSelection)
+        m->table->SelectClickedRow(item->row());
     m->menus->ShowAppearanceMenu(m->offerFor(m->menuTarget()), m->ui.tableWidget->viewport()->mapToGlobal(position));
 }
 

@@ -17,20 +17,24 @@ constexpr int PictureWidth = 64;
 
 const char* const controlStyle = R"(QTreeWidget{color:black;font: 9pt "simsun";} QTreeWidget::item{height:20px})";
 
+// A selection colour instead of a rule for selected items: the branches in front of an item take it too.
 const char* const treeStyle = R"(
-QTreeWidget { background: white; outline: 0; }
-QTreeWidget::item { color: black; }
-QTreeWidget::item:hover { background: #eef4fc; }
-QTreeWidget::item:selected { background: #cfe3fa; color: black; }
+QTreeWidget { background: white; outline: 0; selection-background-color: #cfe3fa; selection-color: black; }
+QTreeWidget::item:hover:!selected { background: #eef4fc; }
 )";
 
 const char* const tableStyle = R"(
-QTableWidget { background: white; color: black; outline: 0; }
-QTableWidget::item { padding-left: 8px; }
+QTableWidget { background: white; color: black; outline: 0; font-size: 9pt; }
+QTableWidget::item { border: 0; padding-left: 8px; }
 QTableWidget::item:hover { background: #eef4fc; }
 QTableWidget::item:selected { background: #cfe3fa; color: black; }
-QHeaderView { background: #f4f6f8; }
-QHeaderView::section { background: #f4f6f8; color: #404850; border: 0; border-bottom: 1px solid #d9dee4; padding: 3px 6px; }
+)";
+
+const char* const headerStyle = R"(
+QHeaderView { background: #f4f6f8; font-size: 9pt; }
+QHeaderView::section {
+    background: #f4f6f8; color: #404850; border: 0; border-bottom: 1px solid #d9dee4; padding: 3px 6px;
+}
 )";
 
 /// What a library is called in the tree, and what the names of its browser's widgets begin with.
@@ -68,6 +72,7 @@ void CAppearanceLibraryBrowserCtrl::Private::initViews()
     q.setStyleSheet(controlStyle);
     ui.treeWidget->setStyleSheet(treeStyle);
     ui.tableWidget->setStyleSheet(tableStyle);
+    ui.tableWidget->horizontalHeader()->setStyleSheet(headerStyle);
     ui.tableWidget->setColumnWidth(PictureColumn, PictureWidth);
     ui.tableWidget->horizontalHeader()->setHighlightSections(false);
     ui.tableWidget->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -249,6 +254,7 @@ CAppearanceTreeItem* CAppearanceLibraryBrowserCtrl::Private::findTreeItem(const 
 void CAppearanceLibraryBrowserCtrl::Private::refreshEntry(CAppearanceTreeItem& item)
 {
     item.Entry()->Refresh();
+    CLibraryTree::LibraryOf(&item)->Index().Exclude(*item.Entry());
     const QString texture = item.Entry()->Texture().toString();
     if (!texture.isEmpty())
         ImageDelegate::Shared().Thumbnails().Recheck(texture);
@@ -378,7 +384,7 @@ bool CAppearanceLibraryBrowserCtrl::Private::isAnnounced(const QString& id) cons
     return isPressed && announcedByPress == id;
 }
 
-void CAppearanceLibraryBrowserCtrl::Private::search(const QTreeWidgetItem* after)
+void CAppearanceLibraryBrowserCtrl::Private::search(QTreeWidgetItem* after)
 {
     CAppearanceTreeItem* found = library ? tree->Search(keyword, after) : nullptr;
     if (!found)

@@ -61,7 +61,7 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     bool selectRow(const QString& id);
     void announce(const QString& id);
     bool isAnnounced(const QString& id) const;
-    void search(const QTreeWidgetItem* after);
+    void search(QTreeWidgetItem* after);
 
     // ---- menus
     QStringList menuTargets() const;

@@ -77,6 +77,14 @@ void CAppearanceTable::SetCurrentRow(int row)
     m_table.scrollToItem(m_table.item(row, NameColumn));
 }
 
+void CAppearanceTable::SelectClickedRow(int row)
+{
+    const bool toggles = m_table.selectionMode() == QAbstractItemView::MultiSelection;
+    m_table.selectionModel()->select(m_table.model()->index(row, NameColumn),
+                                     (toggles ? QItemSelectionModel::Toggle : QItemSelectionModel::ClearAndSelect) |
+                                         QItemSelectionModel::Rows);
+}
+
 void CAppearanceTable::SelectIds(const QStringList& ids)
 {
     const QSet<QString> wanted(ids.begin(), ids.end());

@@ -23,6 +23,9 @@ public:
 
     /// Makes the row the current one and scrolls to it.
     void SetCurrentRow(int row);
+    /// Selects the row as a click on its name does. A click on its picture, which cannot be selected, clears the
+    /// selection instead.
+    void SelectClickedRow(int row);
     void SelectIds(const QStringList& ids);
     /// Paints the row anew, after its entry changed.
     void UpdateRow(int row);

@@ -31,6 +31,9 @@ void CFavoriteCategoryDlg::SetLayout()
     setWindowTitle(tr("收藏"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setFixedSize(370, 160);
+    QFont fitting = font();
+    fitting.setPointSize(9);
+    setFont(fitting);
     m_layout = new QVBoxLayout(this);
     m_layout->setContentsMargins(12, 8, 12, 8);
     m_layout->setSpacing(4);

@@ -2,6 +2,7 @@
 
 #include "ItemRoles.h"
 
+#include <map>
 #include <unordered_map>
 
 namespace {
@@ -31,6 +32,11 @@ QTreeWidgetItem* walkTree(const QTreeWidget& tree, const Visitor& visit)
             return found;
     }
     return nullptr;
+}
+
+QString toText(const kiv::String& narrow)
+{
+    return QString::fromLocal8Bit(narrow.data(), int(narrow.size()));
 }
 
 bool isOther(const QString& segment)
@@ -86,7 +92,7 @@ void CLibraryTree::initTreeIcon()
 
 QString CLibraryTree::localized(const kiv::String& text) const
 {
-    return QString::fromLocal8Bit(m_manager.LocalizeAppearanceString(text).c_str());
+    return toText(m_manager.LocalizeAppearanceString(text));
 }
 
 CLibraryTreeItem* CLibraryTree::AddLibrary(const kiv::CAppearanceLibraryPtr& library, const QString& text, int index)
@@ -94,7 +100,7 @@ CLibraryTreeItem* CLibraryTree::AddLibrary(const kiv::CAppearanceLibraryPtr& lib
     auto* item = new CLibraryTreeItem(library);
     item->setText(0, text);
     item->setIcon(0, m_libraryIcon);
-    item->setData(0, IdRole, QString::fromLocal8Bit(library->GetName().c_str()));
+    item->setData(0, IdRole, toText(library->GetName()));
     readEntries(*item);
     // Only now, complete: an item that is in a tree announces every change.
     m_tree.insertTopLevelItem(index < 0 ? m_tree.topLevelItemCount() : index, item);
@@ -103,36 +109,29 @@ CLibraryTreeItem* CLibraryTree::AddLibrary(const kiv::CAppearanceLibraryPtr& lib
     return item;
 }
 
-CAppearanceEntryPtr CLibraryTree::readEntry(const kiv::String& id, const kiv::CAppearanceInstancePtr& appearance) const
-{
-    return std::make_shared<CAppearanceEntry>(m_manager, id, appearance);
-}
-
 void CLibraryTree::readEntries(CLibraryTreeItem& library)
 {
-    struct Category {
-        QString path;
-        QList<QTreeWidgetItem*> appearances;
-    };
-    std::unordered_map<kiv::String, Category> categories;
-    library.Entries().reserve(library.Library()->count());
+    // Stored texts that name the same category ("a/b", "a//b/") share its list.
+    std::map<QString, QList<QTreeWidgetItem*>> lists;
+    std::unordered_map<kiv::String, std::pair<const QString, QList<QTreeWidgetItem*>>*> listOf;
+    CAppearanceEntries& entries = library.Entries();
+    entries.reserve(library.Library()->count());
     for (const auto& [id, appearance] : *library.Library()) {
-        const kiv::String name = appearance->GetCategory();
-        const auto [found, isNew] = categories.try_emplace(name);
-        Category& category = found->second;
-        if (isNew)
-            category.path = CleanCategoryPath(QString::fromLocal8Bit(name.c_str()));
-        library.Entries().push_back(readEntry(id, appearance));
-        library.Entries().back()->SetCategory(category.path);
-        category.appearances.append(new CAppearanceTreeItem(library.Entries().back(), m_appearanceIcon));
+        auto& list = listOf[appearance->GetCategory()];
+        if (!list)
+            list = &*lists.try_emplace(CleanCategoryPath(toText(appearance->GetCategory()))).first;
+        entries.push_back(std::make_shared<CAppearanceEntry>(m_manager, id, appearance));
+        entries.back()->SetCategory(list->first);
+        list->second.append(new CAppearanceTreeItem(entries.back(), m_appearanceIcon));
     }
-    for (auto& [name, category] : categories)
-        AddCategory(library, category.path)->addChildren(category.appearances);
+    for (const auto& [path, items] : lists)
+        AddCategory(library, path)->addChildren(items);
 }
 
 CAppearanceTreeItem* CLibraryTree::AddAppearance(CLibraryTreeItem& library, const CAppearanceEntryPtr& entry)
 {
-    entry->SetCategory(CleanCategoryPath(QString::fromLocal8Bit(entry->Appearance()->GetCategory().c_str())));
+    entry->SetCategory(CleanCategoryPath(toText(entry->Appearance()->GetCategory())));
+    library.Index().Exclude(*entry);
     auto* item = new CAppearanceTreeItem(entry, m_appearanceIcon);
     AddCategory(library, entry->Category())->addChild(item);
     return item;
@@ -206,24 +205,34 @@ QTreeWidgetItem* CLibraryTree::FindItem(const QString& userText) const
     return walkTree(m_tree, [&](const QTreeWidgetItem* item) { return item->data(0, IdRole).toString() == userText; });
 }
 
-CAppearanceTreeItem* CLibraryTree::Search(const QString& keyword, const QTreeWidgetItem* after) const
+CAppearanceTreeItem* CLibraryTree::Search(const QString& keyword, QTreeWidgetItem* after) const
 {
-    CTextSignature signature;
-    signature.Add(keyword);
-    const CSearchIndex* index = nullptr;
+    CLibraryTreeItem* first = after ? LibraryOf(after) : nullptr;
+    for (int i = first ? m_tree.indexOfTopLevelItem(first) : 0; i < m_tree.topLevelItemCount(); ++i) {
+        CLibraryTreeItem* library = LibraryOf(m_tree.topLevelItem(i));
+        CAppearanceTreeItem* found =
+            library ? searchLibrary(*library, keyword, library == first ? after : nullptr) : nullptr;
+        if (found)
+            return found;
+    }
+    return nullptr;
+}
+
+CAppearanceTreeItem* CLibraryTree::searchLibrary(CLibraryTreeItem& library, const QString& keyword,
+                                                 const QTreeWidgetItem* after)
+{
+    CSearchIndex& index = library.Index();
+    index.Prepare(keyword);
+    if (index.IsHopeless())
+        return nullptr;
     bool isPast = after == nullptr;
-    return static_cast<CAppearanceTreeItem*>(walkTree(m_tree, [&](QTreeWidgetItem* item) {
-        if (item->type() == LibraryItem) {
-            auto* library = static_cast<CLibraryTreeItem*>(item);
-            library->Index().Finish();
-            index = &library->Index();
-        }
+    return static_cast<CAppearanceTreeItem*>(walk(&library, [&](QTreeWidgetItem* item) {
         if (!isPast || item->type() != AppearanceItem) {
             isPast = isPast || item == after;
             return false;
         }
         const CAppearanceEntry& entry = *static_cast<const CAppearanceTreeItem*>(item)->Entry();
-        return index->MayContain(entry, signature) && entry.Contains(keyword);
+        return index.MayContain(entry) && entry.Contains(keyword);
     }));
 }
 

@@ -35,15 +35,16 @@ public:
     QTreeWidgetItem* FindItem(const QString& userText) const;
 
     /// The first appearance, in tree order, that contains the keyword; after the item if there is one.
-    CAppearanceTreeItem* Search(const QString& keyword, const QTreeWidgetItem* after = nullptr) const;
+    CAppearanceTreeItem* Search(const QString& keyword, QTreeWidgetItem* after = nullptr) const;
 
     /// Replaces the provider's nodes, which come before the libraries, by those of another tree.
     void expandTreeWidget(int treeIndex, const AppearanceLibraryProvider& provider);
     bool HasProviderNodes() const;
 
 private:
+    static CAppearanceTreeItem* searchLibrary(CLibraryTreeItem& library, const QString& keyword,
+                                              const QTreeWidgetItem* after);
     QString localized(const kiv::String& text) const;
-    CAppearanceEntryPtr readEntry(const kiv::String& id, const kiv::CAppearanceInstancePtr& appearance) const;
     void readEntries(CLibraryTreeItem& library);
     QTreeWidgetItem* childCategory(QTreeWidgetItem& parent, const QString& segment, const QString& path);
     QTreeWidgetItem* createTreeItem(const AppearanceLibraryProvider::Category& category) const;

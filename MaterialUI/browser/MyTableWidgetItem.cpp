@@ -24,9 +24,9 @@ Qt::SortOrder QMyTableWidgetItem::GetSortOrder()
 
 bool QMyTableWidgetItem::operator<(const QTableWidgetItem& other) const
 {
-    const bool pinned = isPinned(text());
-    const bool otherPinned = isPinned(other.text());
-    if (pinned != otherPinned)
-        return pinned == (s_sortOrder == Qt::AscendingOrder);
-    return QTableWidgetItem::operator<(other);
+    const QString own = text();
+    const QString others = other.text();
+    if (isPinned(own) != isPinned(others))
+        return isPinned(own) == (s_sortOrder == Qt::AscendingOrder);
+    return own < others;
 }

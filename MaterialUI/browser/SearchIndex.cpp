@@ -8,47 +8,7 @@ namespace {
 
 constexpr std::size_t SmallLibrary = 2000;
 
-CTextSignature signatureOf(const QString& name, const kiv::CPropertyValuePtr& tags)
-{
-    CTextSignature signature;
-    signature.Add(name);
-    const kiv::String* text = tags ? tags->TryGet<kiv::String>() : nullptr;
-    if (text)
-        signature.Add(QString::fromLocal8Bit(text->data(), int(text->size())));
-    return signature;
-}
-
-// Multiplicative hashing: the upper bits of the product depend on all bits of the key.
-unsigned bitOf(quint32 key)
-{
-    return (key * 2654435761U) >> 22;
-}
-
 }  // namespace
-
-void CTextSignature::Add(const QString& text)
-{
-    const auto set = [this](quint32 key) { m_bits[bitOf(key) / 64] |= quint64(1) << (bitOf(key) % 64); };
-    quint32 previous = 0;
-    for (const QChar c : text) {
-        // Halves of a pair are not folded by themselves, so they say nothing about a text that differs in case.
-        const quint32 folded = c.isSurrogate() ? 0 : c.toCaseFolded().unicode();
-        if (folded)
-            set(folded);
-        if (folded && previous)
-            set(previous << 16 | folded);
-        previous = folded;
-    }
-}
-
-bool CTextSignature::Includes(const CTextSignature& other) const
-{
-    for (std::size_t i = 0; i < m_bits.size(); ++i) {
-        if (other.m_bits[i] & ~m_bits[i])
-            return false;
-    }
-    return true;
-}
 
 std::vector<CSearchIndex::Source> CSearchIndex::sourcesOf(const CAppearanceEntries& entries)
 {
@@ -66,16 +26,17 @@ CSearchIndex::~CSearchIndex()
     m_stopped = true;
 }
 
-CSearchIndex::Signatures CSearchIndex::make(const std::vector<Source>& sources) const
+CTextPostings CSearchIndex::make(const std::vector<Source>& sources) const
 {
-    Signatures signatures;
-    signatures.reserve(sources.size());
-    for (const Source& source : sources) {
-        if (m_stopped)
-            break;
-        signatures.push_back(signatureOf(source.name, source.tags));
+    CTextPostings postings(sources.size());
+    for (std::size_t i = 0; i < sources.size() && !m_stopped; ++i) {
+        postings.Add(i, sources[i].name);
+        const kiv::String* tags = sources[i].tags ? sources[i].tags->TryGet<kiv::String>() : nullptr;
+        if (tags)
+            postings.Add(i, QString::fromLocal8Bit(tags->data(), int(tags->size())));
     }
-    return signatures;
+    postings.Finish();
+    return postings;
 }
 
 void CSearchIndex::Build(const CAppearanceEntries& entries)
@@ -89,18 +50,38 @@ void CSearchIndex::Build(const CAppearanceEntries& entries)
     }
 }
 
-void CSearchIndex::Finish()
+void CSearchIndex::Exclude(CAppearanceEntry& entry)
+{
+    entry.SetIndexPosition(-1);
+    m_hasExcluded = true;
+}
+
+void CSearchIndex::finish()
 {
     try {
         if (m_future.valid())
-            m_signatures = m_future.get();
+            m_postings = m_future.get();
     } catch (const std::exception&) {
-        m_signatures.clear();
+        // No memory for it: every entry is looked at.
     }
 }
 
-bool CSearchIndex::MayContain(const CAppearanceEntry& entry, const CTextSignature& text) const
+void CSearchIndex::Prepare(const QString& text)
 {
-    const auto position = std::size_t(entry.IndexPosition());
-    return position >= m_signatures.size() || m_signatures[position].Includes(text);
+    m_candidates.reset();
+    if (text.isEmpty())
+        return;
+    finish();
+    if (m_postings.Count() > 0)
+        m_candidates = m_postings.Find(text);
+}
+
+bool CSearchIndex::MayContain(const CAppearanceEntry& entry) const
+{
+    return !m_candidates || entry.IndexPosition() < 0 || m_candidates->Contains(std::size_t(entry.IndexPosition()));
+}
+
+bool CSearchIndex::IsHopeless() const
+{
+    return m_candidates && !m_hasExcluded && m_candidates->IsEmpty();
 }

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <AppearanceLibraryBrowserCtrl.h>
+
+#include <QStringList>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+#include <memory>
+
+/// Small libraries in memory, with a template that has a colour and a texture.
+class BrowserFixture {
+public:
+    struct Sample {
+        QString id;
+        QString name;
+        QString category;
+        QString tags;
+    };
+
+    BrowserFixture();
+
+    kiv::CAppearanceLibraryPtr MakeLibrary(const QString& name, const QList<Sample>& samples);
+    kiv::CAppearanceInstancePtr MakeAppearance(const Sample& sample) const;
+    /// A brick and a wood category with two each, a nested one, and "Other".
+    static QList<Sample> Samples();
+
+    /// A shown browser, 320 x 480.
+    std::unique_ptr<CAppearanceLibraryBrowserCtrl> MakeBrowser(AppearanceLibraryProvider* provider = nullptr);
+
+    kiv::CAppearanceLibraryManager manager;
+    QTemporaryDir folder;
+
+private:
+    kiv::CAppearanceTemplatePtr m_template;
+};
+
+/// Ids that OnSelectAppearance announced since the last take().
+class Selections {
+public:
+    explicit Selections(CAppearanceLibraryBrowserCtrl& browser);
+    QStringList take() { return std::exchange(m_ids, {}); }
+
+private:
+    QStringList m_ids;
+};
+
+QStringList RowIds(const CAppearanceLibraryBrowserCtrl& browser);
+/// The texts of the tree in tree order, each level indented by one blank.
+QStringList TreeTexts(const CAppearanceLibraryBrowserCtrl& browser);
+/// The tree item whose Qt::UserRole text is this.
+QTreeWidgetItem* TreeItem(const CAppearanceLibraryBrowserCtrl& browser, const QString& userText);
+/// Presses and releases the left button in the middle of an item.
+void ClickTree(const CAppearanceLibraryBrowserCtrl& browser, QTreeWidgetItem* item);
+void ClickCell(const CAppearanceLibraryBrowserCtrl& browser, int row, int column);
