@@ -15,6 +15,7 @@ CLoadingProgress::CLoadingProgress(QWidget& owner, const QString& title, const Q
     : m_dialog(new QProgressDialog(label, cancel, 0, steps, &owner))
 {
     m_bar = m_dialog->findChild<QProgressBar*>();
+    m_bar->setTextVisible(false);  // it would be measured for each step
     m_dialog->setWindowTitle(title);
     m_dialog->setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_dialog->setModal(true);
