@@ -2,6 +2,7 @@
 
 #include "JsonDocument.h"
 #include "JsonValue.h"
+#include "NarrowText.h"
 
 #include <kiv/AppearanceLibraryManager.h>
 
@@ -101,9 +102,7 @@ bool CAppearanceDocumentReader::declare(std::string_view utf8Name, const CAppear
         return Refuse(*m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels");
     if (utf8Name.empty())
         return refuseAt("template", "the template's name is missing or no text");
-    String name;
-    if (!ReadText(utf8Name, name, *m_error))
-        return placeAt("template");
+    const String name = NarrowFromUtf8(utf8Name);
     level.declared = prototype ? prototype : &nothing;
     level.isTexture = name == TextureTemplateName;
     if (!prototype)
@@ -182,9 +181,6 @@ bool CAppearanceDocumentReader::readExtra(const simdjson::dom::key_value_pair& f
 {
     if (field.key.empty())
         return refuseAt(field.key, "a key is empty");
-    String key;
-    if (!ReadText(field.key, key, *m_error))
-        return false;
     const CPropertyValue* wellKnown = wellKnownType(field.key, level.isTexture);
     if (wellKnown && field.value.is_null())
         return true;
@@ -192,7 +188,7 @@ bool CAppearanceDocumentReader::readExtra(const simdjson::dom::key_value_pair& f
     if (wellKnown ? !ReadTypedValue(field.value, *wellKnown, value, *m_error)
                   : !readUndeclared(field, level.depth, value))
         return placeAt(field.key);
-    level.extras.emplace_back(std::move(key), holdsNothing(value) ? *wellKnown : std::move(value));
+    level.extras.emplace_back(NarrowFromUtf8(field.key), holdsNothing(value) ? *wellKnown : std::move(value));
     return true;
 }
 

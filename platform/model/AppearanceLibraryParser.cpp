@@ -2,7 +2,7 @@
 
 #include "AppearanceDocumentReader.h"
 #include "JsonDocument.h"
-#include "JsonValue.h"
+#include "NarrowText.h"
 
 #include <kiv/system/StoredPath.h>
 
@@ -43,12 +43,10 @@ private:
     void takeName(simdjson::dom::element root)
     {
         std::string_view utf8;
-        String text;
-        CParseError error;
-        if (m_library.GetName().empty() && !root.at_key("name").get(utf8) && ReadText(utf8, text, error))
-            m_library.SetName(text);
-        if (m_library.GetId().empty() && !root.at_key("id").get(utf8) && ReadText(utf8, text, error))
-            m_library.SetId(text);
+        if (m_library.GetName().empty() && !root.at_key("name").get(utf8))
+            m_library.SetName(NarrowFromUtf8(utf8));
+        if (m_library.GetId().empty() && !root.at_key("id").get(utf8))
+            m_library.SetId(NarrowFromUtf8(utf8));
     }
 
     void add(simdjson::dom::element document, std::size_t index)
@@ -105,13 +103,11 @@ bool CAppearanceLibraryParser::ConfigLibrayFromFile(const std::wstring& path)
     CJsonDocument document;
     CParseError error;
     std::string_view utf8;
-    String unit;
     const bool read = document.ParseFile(file, MaxConfigurationBytes, error) &&
                       ((!document.GetRoot().at_key("textureUnit").get(utf8) && !utf8.empty()) ||
-                       Refuse(error, "a library configuration is an object with the text \"textureUnit\"")) &&
-                      ReadText(utf8, unit, error);
+                       Refuse(error, "a library configuration is an object with the text \"textureUnit\""));
     if (read)
-        m_manager.SetTextureUnit(unit);
+        m_manager.SetTextureUnit(NarrowFromUtf8(utf8));
     else
         m_report.push_back(std::move(error));
     return read;

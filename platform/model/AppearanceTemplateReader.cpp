@@ -1,7 +1,7 @@
 #include "AppearanceTemplateReader.h"
 
 #include "JsonDocument.h"
-#include "JsonValue.h"
+#include "NarrowText.h"
 #include "ParameterText.h"
 #include "TemplateUiReader.h"
 
@@ -16,11 +16,18 @@ using simdjson::dom::object;
 
 const char* const TextureTemplateName = "Texture";
 
-/// The object of the key; empty when the key is missing. False for a key that holds something else.
-bool objectAt(const object& json, const char* key, object& found)
+/// The fields of the object of the key; none when the key is missing. False for a key that holds something else.
+bool fieldsAt(const object& json, const char* key, std::vector<simdjson::dom::key_value_pair>& fields)
 {
     const auto value = json.at_key(key);
-    return value.error() == simdjson::NO_SUCH_FIELD || !value.get(found);
+    object found;
+    if (value.error() == simdjson::NO_SUCH_FIELD)
+        return true;
+    if (value.get(found))
+        return false;
+    for (const auto field : found)
+        fields.push_back(field);
+    return true;
 }
 
 }  // namespace
@@ -70,10 +77,9 @@ bool CAppearanceTemplateReader::readParameters(const object& parameters)
 {
     for (const auto field : parameters) {
         object json;
-        String key;
         if (field.key.empty() || field.value.get(json))
             return refuseAt(field.key, "a parameter is an object under its key");
-        if (!ReadText(field.key, key, m_error) || !readParameter(key, json))
+        if (!readParameter(NarrowFromUtf8(field.key), json))
             return placeAt(field.key);
     }
     return declareImplicit() && finishParameters();
@@ -112,20 +118,17 @@ bool CAppearanceTemplateReader::readDefault(const object& json, CTemplateParamet
 
 bool CAppearanceTemplateReader::readTextureDefault(const object& json, CTemplateParameter& parameter)
 {
-    object properties;
+    std::vector<simdjson::dom::key_value_pair> properties;
     if (!m_textures)
         return refuseAt("type", "a texture needs the template \"Texture\", which is not known");
-    if (!objectAt(json, "default_value", properties))
+    if (!fieldsAt(json, "default_value", properties))
         return refuseAt("default_value", "the default of a texture is an object of its properties");
     auto prototype = std::make_shared<CAppearanceInstance>(m_textures);
-    for (const auto field : properties) {
-        String key;
-        String text;
+    for (const auto& field : properties) {
         std::string_view utf8;
         if (field.value.get(utf8))
             return refuseAt(field.key, "expected a text") || placeAt("default_value");
-        if (!ReadText(field.key, key, m_error) || !ReadText(utf8, text, m_error) ||
-            !setTextureProperty(*prototype, key, text))
+        if (!setTextureProperty(*prototype, NarrowFromUtf8(field.key), NarrowFromUtf8(utf8)))
             return placeAt(field.key) || placeAt("default_value");
     }
     parameter.defaultValue = MakePropertyValue(CAppearanceInstancePtr(std::move(prototype)));
@@ -208,14 +211,14 @@ bool CAppearanceTemplateReader::readShader(const object& shader)
 
 bool CAppearanceTemplateReader::readBindings(const object& schema, const char* key, std::map<String, String>& bindings)
 {
-    object fields;
-    if (!objectAt(schema, key, fields))
+    std::vector<simdjson::dom::key_value_pair> fields;
+    if (!fieldsAt(schema, key, fields))
         return refuseAt(key, "expected an object of texts");
-    for (const auto field : fields) {
+    for (const auto& field : fields) {
         std::string_view uniform;
         if (field.value.get(uniform))
             return refuseAt(field.key, "expected a text") || placeAt(key);
-        bindings[String(field.key)] = String(uniform);
+        bindings[NarrowFromUtf8(field.key)] = NarrowFromUtf8(uniform);
     }
     return true;
 }
@@ -232,7 +235,7 @@ bool CAppearanceTemplateReader::readStrings(const object& json, const char* key,
         std::string_view text;
         if (entry.get(text))
             return refuseAt(key, "expected a list of texts");
-        texts.emplace_back(text);
+        texts.push_back(NarrowFromUtf8(text));
     }
     return true;
 }
@@ -246,7 +249,8 @@ bool CAppearanceTemplateReader::readString(const object& json, const char* key, 
         return true;
     if (value.get(utf8))
         return refuseAt(key, "expected a text");
-    return ReadText(utf8, text, m_error) || placeAt(key);
+    text = NarrowFromUtf8(utf8);
+    return true;
 }
 
 bool CAppearanceTemplateReader::refuseAt(std::string_view key, String reason)

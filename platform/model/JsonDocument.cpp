@@ -44,7 +44,6 @@ bool CJsonDocument::ParsePadded(std::string_view text, CParseError& error)
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     if (const auto code = m_parser.parse(bytes, text.size(), false).get(m_root))
         return Refuse(error, String("no valid JSON: ") + simdjson::error_message(code));
-    m_hasEscapes = text.find('\\') != std::string_view::npos;
     return true;
 }
 

@@ -19,8 +19,6 @@ public:
     bool ParseFile(const std::wstring& path, long long maxBytes, CParseError& error);
 
     simdjson::dom::element GetRoot() const { return m_root; }
-    /// Escapes are the only way by which half a surrogate pair gets into a text.
-    bool HasEscapes() const { return m_hasEscapes; }
 
 private:
     bool ParsePadded(std::string_view text, CParseError& error);
@@ -28,7 +26,6 @@ private:
     simdjson::dom::parser m_parser;
     simdjson::dom::element m_root;
     QByteArray m_buffer;
-    bool m_hasEscapes = false;
 };
 
 /// The last segment of a stored path, as the place of an error.

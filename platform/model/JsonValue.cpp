@@ -102,9 +102,7 @@ bool readLike(const String& like, element json, CPropertyValue& value, CParseErr
     std::string_view utf8;
     if (json.get(utf8))
         return refuseKind("a text", json, error);
-    String read;
-    if (!ReadText(utf8, read, error))
-        return false;
+    String read = NarrowFromUtf8(utf8);
     if (like != read)
         value = CPropertyValue(std::move(read));
     return true;
@@ -179,7 +177,8 @@ public:
         case element_type::OBJECT:
             return depth <= MaxJsonDepth ? appendObject(json, depth) : refuseDepth();
         case element_type::STRING:
-            return appendText(json);
+            AppendJsonString(m_json, json);
+            return true;
         case element_type::DOUBLE:
             AppendJsonNumber(m_json, double(json));
             return true;
@@ -193,14 +192,6 @@ public:
 
 private:
     bool refuseDepth() { return Refuse(m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels"); }
-
-    bool appendText(std::string_view utf8)
-    {
-        if (!simdjson::validate_utf8(utf8))
-            return Refuse(m_error, "a text with half a surrogate pair");
-        AppendJsonString(m_json, utf8);
-        return true;
-    }
 
     bool appendList(const simdjson::dom::array& list, int depth)
     {
@@ -230,8 +221,7 @@ private:
                 return placed(fields[i].key);
             m_json += separator;
             separator = ',';
-            if (!appendText(fields[i].key))
-                return false;
+            AppendJsonString(m_json, fields[i].key);
             m_json += ':';
             if (!Append(fields[i].value, depth + 1))
                 return placed(fields[i].key);
@@ -284,15 +274,6 @@ bool readList(element json, int depth, CPropertyValue& value, CParseError& error
     }
 }
 
-bool readUntypedText(std::string_view utf8, CPropertyValue& value, CParseError& error)
-{
-    String text;
-    if (!ReadText(utf8, text, error))
-        return false;
-    value = CPropertyValue(std::move(text));
-    return true;
-}
-
 bool set(CPropertyValue& value, CPropertyValue read)
 {
     value = std::move(read);
@@ -300,18 +281,6 @@ bool set(CPropertyValue& value, CPropertyValue read)
 }
 
 }  // namespace
-
-bool ReadText(std::string_view utf8, String& text, CParseError& error)
-{
-    if (IsAscii(utf8)) {
-        text = utf8;
-        return true;
-    }
-    if (!simdjson::validate_utf8(utf8))
-        return Refuse(error, "a text with half a surrogate pair");
-    text = NarrowFromUtf8(utf8);
-    return true;
-}
 
 bool ReadTypedValue(element json, const CPropertyValue& like, CPropertyValue& value, CParseError& error)
 {
@@ -330,7 +299,7 @@ bool ReadUntypedValue(element json, int depth, CPropertyValue& value, CParseErro
     case element_type::BOOL:
         return set(value, CPropertyValue(bool(json)));
     case element_type::STRING:
-        return readUntypedText(json, value, error);
+        return set(value, CPropertyValue(NarrowFromUtf8(json)));
     case element_type::INT64:
         return fitsInt(json) ? set(value, CPropertyValue(int(std::int64_t(json)))) : readRaw(json, depth, value, error);
     case element_type::DOUBLE:

@@ -17,10 +17,7 @@ constexpr int MaxJsonDepth = 32;
 bool ReadTypedValue(simdjson::dom::element json, const CPropertyValue& like, CPropertyValue& value, CParseError& error);
 
 /// The value of an undeclared key by its looks; CRawJson for what is no value type. False with the reason for what is
-/// nested too deep, has a key twice or a text that is no text.
+/// nested too deep or has a key twice.
 bool ReadUntypedValue(simdjson::dom::element json, int depth, CPropertyValue& value, CParseError& error);
-
-/// A text of the document as narrow string. False with the reason for half a surrogate pair.
-bool ReadText(std::string_view utf8, String& text, CParseError& error);
 
 }  // namespace kiv

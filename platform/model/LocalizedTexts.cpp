@@ -1,7 +1,7 @@
 #include "LocalizedTexts.h"
 
 #include "JsonDocument.h"
-#include "JsonValue.h"
+#include "NarrowText.h"
 
 namespace kiv {
 
@@ -26,13 +26,9 @@ bool readTexts(simdjson::dom::element root, const char* group, std::map<String, 
         return refuseAt(error, place, "expected an object of texts");
     for (const auto field : fields) {
         std::string_view utf8;
-        String stored;
-        String shown;
         if (field.value.get(utf8))
             return refuseAt(error, place + PointerSegment(field.key), "expected a text");
-        if (!ReadText(field.key, stored, error) || !ReadText(utf8, shown, error))
-            return false;
-        texts[stored] = shown;
+        texts[NarrowFromUtf8(field.key)] = NarrowFromUtf8(utf8);
     }
     return true;
 }

@@ -18,9 +18,8 @@ bool isNarrowUtf8()
     return !codec || codec->mibEnum() == Utf8Mib;
 }
 
-}  // namespace
-
-bool IsAscii(std::string_view text)
+/// ASCII is the same text in UTF-8 and in every local 8-bit codec.
+bool isAscii(std::string_view text)
 {
     constexpr std::uint64_t HighBits = 0x8080808080808080;
     std::size_t i = 0;
@@ -36,16 +35,18 @@ bool IsAscii(std::string_view text)
     return true;
 }
 
+}  // namespace
+
 String NarrowFromUtf8(std::string_view utf8)
 {
-    if (isNarrowUtf8())
+    if (isNarrowUtf8() || isAscii(utf8))
         return String(utf8);
     return QString::fromUtf8(utf8.data(), int(utf8.size())).toLocal8Bit().toStdString();
 }
 
 String Utf8FromNarrow(const String& narrow)
 {
-    if (IsAscii(narrow) || (isNarrowUtf8() && simdjson::validate_utf8(narrow)))
+    if (isAscii(narrow) || (isNarrowUtf8() && simdjson::validate_utf8(narrow)))
         return narrow;
     return QString::fromLocal8Bit(narrow.data(), int(narrow.size())).toUtf8().toStdString();
 }

@@ -6,9 +6,6 @@
 
 namespace kiv {
 
-/// Whether every byte is ASCII, which is the same text in UTF-8 and in every local 8-bit codec.
-bool IsAscii(std::string_view text);
-
 /// Documents are UTF-8, narrow strings local 8-bit: the same bytes only where the locale's codec is UTF-8.
 String NarrowFromUtf8(std::string_view utf8);
 

@@ -1,7 +1,7 @@
 #include "TemplateUiReader.h"
 
 #include "JsonDocument.h"
-#include "JsonValue.h"
+#include "NarrowText.h"
 #include "ParameterText.h"
 #include "UiElementType.h"
 
@@ -56,13 +56,9 @@ bool CTemplateUiReader::readAttributes(const simdjson::dom::object& json, std::m
         if (field.key == PanelsKey)
             continue;
         std::string_view utf8;
-        String key;
-        String text;
         if (field.value.get(utf8))
             return refuseAt(field.key, "an element's attributes are texts");
-        if (!ReadText(field.key, key, m_error) || !ReadText(utf8, text, m_error))
-            return placeAt(field.key);
-        if (!attributes.emplace(key, text).second)
+        if (!attributes.emplace(NarrowFromUtf8(field.key), NarrowFromUtf8(utf8)).second)
             return refuseAt(field.key, "the key stands here twice");
     }
     return true;
