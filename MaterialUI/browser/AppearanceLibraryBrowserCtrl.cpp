@@ -37,7 +37,7 @@ CAppearanceLibraryBrowserCtrl::~CAppearanceLibraryBrowserCtrl()
 void CAppearanceLibraryBrowserCtrl::AddLibrary(const std::shared_ptr<kiv::CAppearanceLibrary>& library)
 {
     if (library)
-        m->showLibrary(library, -1);
+        m->showLibrary(library);
 }
 
 void CAppearanceLibraryBrowserCtrl::AddIndex(const std::shared_ptr<kiv::CAppearanceLibrary>& library)

@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QListView>
 #include <QScrollBar>
+#include <QTimer>
 
 namespace {
 
@@ -134,9 +135,16 @@ void CAppearanceLibraryBrowserCtrl::Private::initTree()
 
 // ---- what is shown
 
-void CAppearanceLibraryBrowserCtrl::Private::showLibrary(const kiv::CAppearanceLibraryPtr& shown, int treeIndex)
+void CAppearanceLibraryBrowserCtrl::Private::showLibrary(const kiv::CAppearanceLibraryPtr& shown)
 {
     const Silence silence(*this);
+    ExpandMaterialLibrary(*addLibrary(shown, -1));
+}
+
+// All but the choice of what the table shows.
+CLibraryTreeItem* CAppearanceLibraryBrowserCtrl::Private::addLibrary(const kiv::CAppearanceLibraryPtr& shown,
+                                                                     int treeIndex)
+{
     tree->initTreeIcon();
     const LibraryLook look = lookOf(shown->GetName(), manager);
     nameWidgets(look.prefix);
@@ -146,7 +154,17 @@ void CAppearanceLibraryBrowserCtrl::Private::showLibrary(const kiv::CAppearanceL
     CLibraryTreeItem* item = tree->AddLibrary(shown, look.text, treeIndex);
     library = shown;
     q.SetTableWidgetSelectMode();
-    ExpandMaterialLibrary(*item);
+    buildIndexLater();
+    return item;
+}
+
+// Once the library is on the screen: its thread would compete with the filling of the table.
+void CAppearanceLibraryBrowserCtrl::Private::buildIndexLater()
+{
+    QTimer::singleShot(0, &q, [this] {
+        if (CLibraryTreeItem* item = libraryItem())
+            item->Index().Build(item->Entries());
+    });
 }
 
 void CAppearanceLibraryBrowserCtrl::Private::nameWidgets(const QString& prefix)
@@ -271,14 +289,14 @@ void CAppearanceLibraryBrowserCtrl::Private::rebuild(const kiv::CAppearanceLibra
     CLibraryTreeItem* old = tree->FindLibrary(changed->GetName());
     if (!old || !isShown(changed->GetName())) {
         ui.treeWidget->clear();
-        showLibrary(changed, -1);
+        showLibrary(changed);
         return;
     }
     const Silence silence(*this);
     const CBrowserState state = captureState();
     const int position = ui.treeWidget->indexOfTopLevelItem(old);
     delete old;
-    showLibrary(changed, position);
+    addLibrary(changed, position);
     restoreState(state);
 }
 

@@ -35,7 +35,9 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     void initTree();
 
     // ---- what is shown
-    void showLibrary(const kiv::CAppearanceLibraryPtr& shown, int treeIndex);
+    void showLibrary(const kiv::CAppearanceLibraryPtr& shown);
+    CLibraryTreeItem* addLibrary(const kiv::CAppearanceLibraryPtr& shown, int treeIndex);
+    void buildIndexLater();
     void nameWidgets(const QString& prefix);
     void selectComboEntry(const QString& name);
     void ExpandMaterialLibrary(CLibraryTreeItem& item);

@@ -1,7 +1,13 @@
 #include "AppearanceTableItem.h"
 
+namespace {
+
+constexpr int AppearanceCell = QTableWidgetItem::UserType + 1;
+
+}  // namespace
+
 CAppearanceTableItem::CAppearanceTableItem(CAppearanceEntryPtr entry, EnTableColumn column)
-    : m_entry(std::move(entry)), m_column(column)
+    : QMyTableWidgetItem(AppearanceCell), m_entry(std::move(entry)), m_column(column)
 {
     if (column == PictureColumn)
         setFlags(Qt::ItemIsEnabled);
@@ -22,6 +28,28 @@ QVariant CAppearanceTableItem::data(int role) const
     default:
         return m_column == PictureColumn ? pictureData(role) : nameData(role);
     }
+}
+
+void CAppearanceTableItem::setData(int role, const QVariant& value)
+{
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
+        m_ownText = value.isValid() ? std::optional<QString>(value.toString()) : std::nullopt;
+    QMyTableWidgetItem::setData(role, value);
+}
+
+const QString& CAppearanceTableItem::shownText() const
+{
+    static const QString none;
+    if (m_ownText)
+        return *m_ownText;
+    return m_column == NameColumn ? m_entry->Name() : none;
+}
+
+bool CAppearanceTableItem::operator<(const QTableWidgetItem& other) const
+{
+    return other.type() == AppearanceCell
+               ? IsLess(shownText(), static_cast<const CAppearanceTableItem&>(other).shownText())
+               : QMyTableWidgetItem::operator<(other);
 }
 
 QVariant CAppearanceTableItem::pictureData(int role) const

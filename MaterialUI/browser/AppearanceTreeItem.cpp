@@ -2,6 +2,21 @@
 
 #include "ItemRoles.h"
 
+CCategoryTreeItem::CCategoryTreeItem(const QString& path, const QString& text, const QIcon& icon)
+    : QTreeWidgetItem(CategoryItem), m_path(path), m_text(text),
+      m_isOther(path.section('/', -1) == QLatin1String("Other"))
+{
+    setText(0, text);
+    setToolTip(0, text.toHtmlEscaped());
+    setIcon(0, icon);
+    setData(0, IdRole, path);
+}
+
+bool CCategoryTreeItem::IsBefore(const CCategoryTreeItem& other) const
+{
+    return m_isOther == other.m_isOther ? m_text < other.m_text : other.m_isOther;
+}
+
 QVariant CAppearanceTreeItem::data(int column, int role) const
 {
     switch (role) {

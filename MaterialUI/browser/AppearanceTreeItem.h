@@ -27,6 +27,22 @@ private:
     CSearchIndex m_index;
 };
 
+/// The item of a category, or of a node of a provider's tree. What its siblings are ordered by is at hand without
+/// asking for item data: a library may have thousands of categories.
+class CCategoryTreeItem : public QTreeWidgetItem {
+public:
+    CCategoryTreeItem(const QString& path, const QString& text, const QIcon& icon);
+
+    const QString& Path() const { return m_path; }
+    /// Whether the category comes before a sibling: by the shown text, "Other" last.
+    bool IsBefore(const CCategoryTreeItem& other) const;
+
+private:
+    QString m_path;
+    QString m_text;
+    bool m_isOther;
+};
+
 /// The tree item of one appearance.
 class CAppearanceTreeItem : public QTreeWidgetItem {
 public:

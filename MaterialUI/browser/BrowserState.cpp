@@ -14,7 +14,9 @@ void CBrowserState::ReadCategories(const QTreeWidgetItem& item, const QString& p
 
 void CBrowserState::WriteCategories(QTreeWidgetItem& item, const QString& path) const
 {
-    item.setExpanded(expanded.contains(path));
+    // Asking is cheap, and closing what is closed already is not.
+    if (item.isExpanded() != expanded.contains(path))
+        item.setExpanded(!item.isExpanded());
     for (int i = 0; i < item.childCount() && item.child(i)->type() == CategoryItem; ++i)
         WriteCategories(*item.child(i), item.child(i)->data(0, IdRole).toString());
 }

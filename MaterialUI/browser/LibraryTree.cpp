@@ -39,33 +39,25 @@ QString toText(const kiv::String& narrow)
     return QString::fromLocal8Bit(narrow.data(), int(narrow.size()));
 }
 
-bool isOther(const QString& segment)
+const CCategoryTreeItem* categoryAt(const QTreeWidgetItem& parent, int index)
 {
-    return segment == QLatin1String("Other");
+    const QTreeWidgetItem* child = index < parent.childCount() ? parent.child(index) : nullptr;
+    return child && child->type() == CategoryItem ? static_cast<const CCategoryTreeItem*>(child) : nullptr;
 }
 
-QString lastSegment(const QTreeWidgetItem& category)
-{
-    return category.data(0, IdRole).toString().section('/', -1);
-}
-
-// Categories come before appearances; among them "Other" is last whatever it is called here.
-int positionOf(const QTreeWidgetItem& parent, const QString& segment, const QString& text)
+/// Where a category belongs among those of the parent, which come before its appearances.
+int positionOf(const QTreeWidgetItem& parent, const CCategoryTreeItem& item)
 {
     int i = 0;
-    for (; i < parent.childCount(); ++i) {
-        const QTreeWidgetItem* child = parent.child(i);
-        if (child->type() != CategoryItem ||
-            (!isOther(segment) && (isOther(lastSegment(*child)) || child->text(0) > text)))
-            break;
-    }
+    for (const CCategoryTreeItem* child; (child = categoryAt(parent, i)) && !item.IsBefore(*child);)
+        ++i;
     return i;
 }
 
 QTreeWidgetItem* findChildCategory(const QTreeWidgetItem& parent, const QString& path)
 {
-    for (int i = 0; i < parent.childCount() && parent.child(i)->type() == CategoryItem; ++i) {
-        if (parent.child(i)->data(0, IdRole).toString() == path)
+    for (int i = 0; const CCategoryTreeItem* child = categoryAt(parent, i); ++i) {
+        if (child->Path() == path)
             return parent.child(i);
     }
     return nullptr;
@@ -105,7 +97,6 @@ CLibraryTreeItem* CLibraryTree::AddLibrary(const kiv::CAppearanceLibraryPtr& lib
     // Only now, complete: an item that is in a tree announces every change.
     m_tree.insertTopLevelItem(index < 0 ? m_tree.topLevelItemCount() : index, item);
     item->setExpanded(true);
-    item->Index().Build(item->Entries());
     return item;
 }
 
@@ -152,13 +143,8 @@ QTreeWidgetItem* CLibraryTree::childCategory(QTreeWidgetItem& parent, const QStr
 {
     if (QTreeWidgetItem* found = findChildCategory(parent, path))
         return found;
-    auto* item = new QTreeWidgetItem(CategoryItem);
-    const QString text = localized(segment.toLocal8Bit().toStdString());
-    item->setText(0, text);
-    item->setToolTip(0, text.toHtmlEscaped());
-    item->setIcon(0, m_categoryIcon);
-    item->setData(0, IdRole, path);
-    parent.insertChild(positionOf(parent, segment, text), item);
+    auto* item = new CCategoryTreeItem(path, localized(segment.toLocal8Bit().toStdString()), m_categoryIcon);
+    parent.insertChild(positionOf(parent, *item), item);
     return item;
 }
 
@@ -255,11 +241,9 @@ bool CLibraryTree::HasProviderNodes() const
 
 QTreeWidgetItem* CLibraryTree::createTreeItem(const AppearanceLibraryProvider::Category& category) const
 {
-    auto* item = new QTreeWidgetItem(CategoryItem);
     const QString count = category.count < 0 ? QString() : QString("[%1]").arg(category.count);
-    item->setText(0, category.name + count);
-    item->setIcon(0, category.icon.isNull() ? m_categoryIcon : category.icon);
-    item->setData(0, IdRole, CleanCategoryPath(category.categoryPath));
+    auto* item = new CCategoryTreeItem(CleanCategoryPath(category.categoryPath), category.name + count,
+                                       category.icon.isNull() ? m_categoryIcon : category.icon);
     for (const AppearanceLibraryProvider::Category& child : category.children)
         item->addChild(createTreeItem(child));
     return item;

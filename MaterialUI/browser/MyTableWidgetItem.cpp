@@ -22,11 +22,15 @@ Qt::SortOrder QMyTableWidgetItem::GetSortOrder()
     return s_sortOrder;
 }
 
+bool QMyTableWidgetItem::IsLess(const QString& own, const QString& other)
+{
+    const bool pinned = isPinned(own);
+    if (pinned != isPinned(other))
+        return pinned == (s_sortOrder == Qt::AscendingOrder);
+    return own < other;
+}
+
 bool QMyTableWidgetItem::operator<(const QTableWidgetItem& other) const
 {
-    const QString own = text();
-    const QString others = other.text();
-    if (isPinned(own) != isPinned(others))
-        return isPinned(own) == (s_sortOrder == Qt::AscendingOrder);
-    return own < others;
+    return IsLess(text(), other.text());
 }

@@ -13,4 +13,8 @@ public:
     /// known to the comparison since descending sorts ask it with the items exchanged.
     static void SetSortOrder(Qt::SortOrder order);
     static Qt::SortOrder GetSortOrder();
+
+protected:
+    /// The comparison of two cells with these texts.
+    static bool IsLess(const QString& own, const QString& other);
 };

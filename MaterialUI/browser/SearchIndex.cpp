@@ -41,8 +41,9 @@ CTextPostings CSearchIndex::make(const std::vector<Source>& sources) const
 
 void CSearchIndex::Build(const CAppearanceEntries& entries)
 {
-    if (entries.size() < SmallLibrary)
+    if (m_isBuilt || entries.size() < SmallLibrary)
         return;
+    m_isBuilt = true;
     try {
         m_future = std::async(std::launch::async, [this, sources = sourcesOf(entries)] { return make(sources); });
     } catch (const std::exception&) {

@@ -17,7 +17,7 @@ public:
     CSearchIndex(const CSearchIndex&) = delete;
     CSearchIndex& operator=(const CSearchIndex&) = delete;
 
-    /// Starts to make the index and numbers the entries. A small library gets none: it is looked through as fast.
+    /// Starts to make the index and numbers the entries, once. A small library gets none: it is looked through as fast.
     void Build(const CAppearanceEntries& entries);
     /// The entry is new, or its texts changed: it may contain anything from now on.
     void Exclude(CAppearanceEntry& entry);
@@ -43,6 +43,7 @@ private:
     std::atomic<bool> m_stopped{false};
     CTextPostings m_postings;
     std::optional<CPositionSet> m_candidates;  ///< nothing when all entries are
+    bool m_isBuilt = false;
     bool m_hasExcluded = false;
     /// Last member: its destructor waits for the thread, which uses the ones above.
     std::future<CTextPostings> m_future;

@@ -241,6 +241,7 @@ void TestBrowser::searchInALargeLibrary()
     const auto library = m_fixture.MakeLibrary("Customer Library", samples);
     const auto browser = m_fixture.MakeBrowser();
     browser->AddLibrary(library);
+    QCoreApplication::processEvents();
     Selections selections(*browser);
     for (const char* keyword : {"NEEDLE", "stone 2999", "针", "haystack"})
         browser->onSearchKeyWord(keyword);
