@@ -12,7 +12,7 @@ function(add_textures target recipes out)
       list(APPEND made ${out}/${name}_normal.png)
     endif()
     add_custom_command(OUTPUT ${made}
-      COMMAND texture-recipes --recipes ${recipes} --out ${out} --only ${name}
+      COMMAND texture-recipes --recipes ${recipes} --out ${out} --only ${name} --normals
       DEPENDS ${file} texture-recipes
       COMMENT "Texture ${name}"
       VERBATIM)

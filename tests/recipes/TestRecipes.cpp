@@ -1,3 +1,5 @@
+#include "Layout.h"
+#include "Noise.h"
 #include "Recipe.h"
 
 #include <MaterialTest.h>
@@ -5,14 +7,23 @@
 #include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
+#include <QtConcurrent>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int Side = 96;
 
-QString recipeFolder()
+QFileInfoList recipes()
 {
-    return QStringLiteral(MATERIAL_TESTS_DIR "/../data/textures/recipes");
+    return QDir(QStringLiteral(MATERIAL_TESTS_DIR "/../data/textures/recipes")).entryInfoList({"*.json"}, QDir::Files);
+}
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// JSON with single quotes, which moc reads more surely than raw texts.
@@ -26,23 +37,28 @@ int difference(QRgb a, QRgb b)
     return std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b));
 }
 
-/// Mean difference between two neighbouring lines; `line` and `next` are rows, or columns.
-double meanStep(const QImage& image, bool rows, int line, int next)
+/// In how many lines across the seam the step over it is half as large again as any other of the line. Where the
+/// picture goes on over the seam as it does elsewhere, that is rare; a joint on the seam is a step, but so are the
+/// other joints.
+int linesBrokenBySeam(const QImage& image, bool rows)
 {
-    double sum = 0;
-    for (int i = 0; i < Side; ++i)
-        sum += rows ? difference(image.pixel(i, line), image.pixel(i, next))
-                    : difference(image.pixel(line, i), image.pixel(next, i));
-    return sum / Side;
+    const auto pixel = [&](int line, int i) { return rows ? image.pixel(i, line) : image.pixel(line, i); };
+    int broken = 0;
+    for (int line = 0; line < Side; ++line) {
+        int largest = 0;
+        for (int i = 0; i + 1 < Side; ++i)
+            largest = std::max(largest, difference(pixel(line, i), pixel(line, i + 1)));
+        broken += difference(pixel(line, Side - 1), pixel(line, 0)) > largest * 3 / 2 + 6;
+    }
+    return broken;
 }
 
-/// The largest step inside the picture: joints and edges are steps, and so may be the seam, but no larger one.
-double largestStep(const QImage& image, bool rows)
+void addRows(std::initializer_list<std::pair<const char*, const char*>> rows)
 {
-    double largest = 0;
-    for (int line = 0; line + 1 < Side; ++line)
-        largest = std::max(largest, meanStep(image, rows, line, line + 1));
-    return largest;
+    QTest::addColumn<QByteArray>("recipe");
+    QTest::addColumn<QString>("named");
+    for (const auto& [recipe, named] : rows)
+        QTest::newRow(recipe) << json(recipe) << QStringLiteral("\"%1\"").arg(named);
 }
 
 }  // namespace
@@ -50,64 +66,118 @@ double largestStep(const QImage& image, bool rows)
 class TestRecipes : public MaterialTest {
     Q_OBJECT
 
+    QTemporaryDir m_made;
+    QHash<QString, QString> m_problems;
+
+protected:
+    /// All at once, as the tool does; what one thread makes later must be the same.
+    void prepare() override
+    {
+        const auto make = [this](const QFileInfo& recipe) {
+            return makeTexture(recipe.filePath(), m_made.path(), Side).problem;
+        };
+        const QFileInfoList files = recipes();
+        QVERIFY(!files.isEmpty());
+        const auto problems =
+            QtConcurrent::blockingMapped<QStringList>(files, std::function<QString(const QFileInfo&)>(make));
+        for (int i = 0; i < files.size(); ++i)
+            m_problems.insert(files[i].filePath(), problems[i]);
+    }
+
 private slots:
     void shippedRecipesAreSeamlessAndRepeatable_data()
     {
         QTest::addColumn<QString>("recipe");
-        for (const QFileInfo& file : QDir(recipeFolder()).entryInfoList({"*.json"}, QDir::Files))
+        for (const QFileInfo& file : recipes())
             QTest::newRow(qPrintable(file.completeBaseName())) << file.filePath();
     }
 
     void shippedRecipesAreSeamlessAndRepeatable()
     {
         QFETCH(QString, recipe);
-        QTemporaryDir first, second;
-        QCOMPARE(makeTexture(recipe, first.path(), Side).problem, QString());
-        QCOMPARE(makeTexture(recipe, second.path(), Side).problem, QString());
-        const QStringList files = QDir(first.path()).entryList(QDir::Files);
+        QCOMPARE(m_problems.value(recipe), QString());
+        QTemporaryDir again;
+        QCOMPARE(makeTexture(recipe, again.path(), Side).problem, QString());
+        const QStringList files = QDir(again.path()).entryList(QDir::Files);
         QVERIFY(!files.isEmpty());
         for (const QString& name : files) {
-            const QImage image(first.filePath(name));
+            QCOMPARE(contents(again.filePath(name)), contents(m_made.filePath(name)));
+            const QImage image(again.filePath(name));
             QCOMPARE(image.size(), QSize(Side, Side));
-            QCOMPARE(image, QImage(second.filePath(name)));
             for (const bool rows : {true, false}) {
-                const double seam = meanStep(image, rows, Side - 1, 0);
-                QVERIFY2(seam <= largestStep(image, rows) * 1.15 + 2, qPrintable(name));
+                const int broken = linesBrokenBySeam(image, rows);
+                QVERIFY2(broken <= Side / 8, qPrintable(QStringLiteral("%1: %2").arg(name).arg(broken)));
             }
+        }
+    }
+
+    /// What stands out in a picture hides small faults of its ground, so the ground is tried by itself.
+    void noiseHasPeriodOne()
+    {
+        for (int i = 0; i < 500; ++i) {
+            const float u = float(i % 25) / 25 + 0.013f, v = float(i / 25) / 20 + 0.007f;
+            for (const auto& [x, y] : {std::pair(u + 1, v), std::pair(u, v + 1), std::pair(u - 1, v - 2)}) {
+                QVERIFY(std::abs(Noise::fbm(u, v, 3, 5, 4, 7) - Noise::fbm(x, y, 3, 5, 4, 7)) < 1e-3f);
+                QVERIFY(std::abs(Noise::ridged(u, v, 4, 2, 3, 8) - Noise::ridged(x, y, 4, 2, 3, 8)) < 1e-3f);
+                const Noise::Cell here = Noise::cells(u, v, 5, 7, 1, 9), there = Noise::cells(x, y, 5, 7, 1, 9);
+                QCOMPARE(there.id, here.id);
+                QVERIFY(std::abs(there.edge - here.edge) < 1e-3f);
+            }
+        }
+    }
+
+    void blocksGoOnOverTheSeam_data()
+    {
+        QTest::addColumn<QString>("bond");
+        for (const char* bond : {"running", "third", "stack", "flemish", "english", "herringbone", "ashlar", "planks",
+                                 "hexagon", "checker"})
+            QTest::newRow(bond) << QString(bond);
+    }
+
+    /// A joint may lie on the seam; where none does, the same block is found on both sides of it.
+    void blocksGoOnOverTheSeam()
+    {
+        QFETCH(QString, bond);
+        QVERIFY(Layout::isKnown(bond));
+        const Layout layout{bond, 4, 6, 3};
+        constexpr float Near = 0.0005f;
+        for (int i = 0; i < 200; ++i) {
+            const float t = (float(i) + 0.5f) / 200;
+            for (const auto& [a, b] : {std::pair(blockAt(layout, Near, t), blockAt(layout, 1 - Near, t)),
+                                       std::pair(blockAt(layout, t, Near), blockAt(layout, t, 1 - Near))})
+                QVERIFY(a.id == b.id || (a.edge < 0.003f && b.edge < 0.003f));
         }
     }
 
     void badRecipesAreRefusedWithTheirReason_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("reason");
+        addRows({{"{'family':'lace','size':[1,1]}", "family"},
+                 {"{'family':'leather'}", "size"},
+                 {"{'family':'leather','size':[1,'1']}", "size"},
+                 {"{'family':'leather','size':[1,1],'colour':1}", "colour"},
+                 {"{'family':'leather','size':[1,1],'normals':'strong'}", "normals"},
+                 {"{'family':'leather','size':[1,1],'parameters':[1]}", "parameters"},
+                 {"{'family':'leather','size':[1,1],'parameters':{'colour':'#123456'}}", "colour"},
+                 {"{'family':'leather','size':[1,1],'parameters':{'count':100000}}", "count"},
+                 {"{'family':'leather','size':[1,1],'parameters':{'count':20.5}}", "count"},
+                 {"{'family':'leather','size':[1,1],'parameters':{'color':'brownish'}}", "color"},
+                 {"{'family':'strokes','size':[1,1],'parameters':{'colors':[]}}", "colors"},
+                 {"{'family':'strokes','size':[1,1],'parameters':{'taper':1}}", "taper"},
+                 {"{'family':'stone','size':[1,1],'parameters':{'kind':'cheese'}}", "kind"},
+                 {"{'family':'masonry','size':[1,1],'parameters':{'bond':'loose'}}", "bond"}});
         QTest::newRow("no JSON") << QByteArray("{\"family\"") << "no JSON object";
-        QTest::newRow("unknown family") << json("{'family':'lace','size':[1,1]}") << "\"family\"";
-        QTest::newRow("no size") << json("{'family':'leather'}") << "\"size\"";
-        QTest::newRow("foreign key") << json("{'family':'leather','size':[1,1],'colour':1}") << "\"colour\"";
-        QTest::newRow("unknown parameter")
-            << json("{'family':'leather','size':[1,1],'parameters':{'colour':'#123456'}}") << "\"colour\"";
-        QTest::newRow("out of range") << QByteArray(
-                                             R"({"family":"leather","size":[1,1],"parameters":{"count":100000}})")
-                                      << "\"count\"";
-        QTest::newRow("no colour") << QByteArray(
-                                          R"({"family":"leather","size":[1,1],"parameters":{"color":"brownish"}})")
-                                   << "\"color\"";
-        QTest::newRow("unknown bond") << QByteArray(
-                                             R"({"family":"masonry","size":[1,1],"parameters":{"bond":"loose"}})")
-                                      << "\"bond\"";
     }
 
     void badRecipesAreRefusedWithTheirReason()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(QString, reason);
+        QFETCH(QByteArray, recipe);
+        QFETCH(QString, named);
         QTemporaryDir folder;
         QFile file(folder.filePath("bad.json"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(recipe) == recipe.size());
         file.close();
         const QString problem = makeTexture(file.fileName(), folder.path(), Side).problem;
-        QVERIFY2(problem.startsWith("bad.json: ") && problem.contains(reason), qPrintable(problem));
+        QVERIFY2(problem.startsWith("bad.json: ") && problem.contains(named), qPrintable(problem));
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("bad.json"));
     }
 };

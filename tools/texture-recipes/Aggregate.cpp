@@ -15,7 +15,9 @@ public:
           m_round(p.number("round", 0.5f, 0, 1)), m_depth(p.number("depth", 6, 0, 60)),
           m_rough(p.number("rough", 0.2f, 0, 1)), m_irregular(p.number("irregular", 0.3f, 0, 1)),
           m_jitter(p.number("jitter", 0.9f, 0, 1)), m_shade(p.number("shade", 0.5f, 0, 1)),
-          m_fines(p.number("fines", 0.5f, 0, 1)), m_stretch(p.whole("stretch", 1, 1, 8))
+          m_fines(p.number("fines", 0.5f, 0, 1)), m_stretch(p.whole("stretch", 1, 1, 8)),
+          m_pebble(p.number("pebble", 0, 0, 1)), m_light(p.number("light", 0.2f, 0, 1)),
+          m_tone(p.number("tone", 0.1f, 0, 1))
     {
     }
 
@@ -46,11 +48,24 @@ private:
         const int id = int(cell.id & 0xffffff);
         if (Noise::random(id, 1, seed) > fill)
             return below;
-        const float border = cell.edge - m_gap * (0.5f + Noise::random(id, 2, seed));
+        const float border = borderOf(cell, id, seed);
         const float inside = smooth(0, 0.05f, border);
         const float dome = mix(1, smooth(0, 0.32f, border), m_round);
-        return {mix(below.color * (1 - m_shade * 0.7f * smooth(-0.14f, 0, border)), face(u, v, id, seed, dome), inside),
-                mix(below.height, face(u, v, id, seed, dome).g * m_rough + m_depth * dome, inside)};
+        // A little light from the upper left; the pictures are seen flat in lists and small views.
+        const float lit = 1 - m_light * m_round * (0.5f * cell.dx + 0.9f * cell.dy);
+        const Rgb top = face(u, v, id, seed, dome) * lit;
+        return {mix(below.color * (1 - m_shade * 0.7f * smooth(-0.14f, 0, border)), top, inside),
+                mix(below.height, top.g * m_rough + m_depth * dome, inside)};
+    }
+
+    /// Inwards from the piece's border, in cell widths: the cell's own corners, ground round as far as asked.
+    float borderOf(const Noise::Cell& cell, int id, std::uint32_t seed) const
+    {
+        const float straight = cell.edge - m_gap * (0.5f + Noise::random(id, 2, seed));
+        const float round = 0.56f - 0.1f * Noise::random(id, 6, seed) - m_gap - cell.nearest;
+        const float blend = clamp01(0.5f + (round - straight) / 0.3f);
+        const float softest = mix(round, straight, blend) - 0.15f * blend * (1 - blend);
+        return mix(straight, softest, m_pebble);
     }
 
     Rgb face(float u, float v, int id, std::uint32_t seed, float dome) const
@@ -58,7 +73,7 @@ private:
         const float pick = Noise::random(id, 3, seed) * float(m_colors.size());
         const Rgb base = m_colors[std::min(size_t(pick), m_colors.size() - 1)];
         const float grain = Noise::fbm(u, v, 100, 100, 2, seed + 5);
-        const float tone = 0.9f + 0.2f * Noise::random(id, 4, seed);
+        const float tone = 1 + m_tone * (2 * Noise::random(id, 4, seed) - 1);
         return base * (tone * (1 + 0.35f * m_rough * grain) * (1 - m_shade * 0.55f * (1 - dome)));
     }
 
@@ -68,6 +83,7 @@ private:
     int m_count;
     float m_fill, m_gap, m_round, m_depth, m_rough, m_irregular, m_jitter, m_shade, m_fines;
     int m_stretch;
+    float m_pebble, m_light, m_tone;
 };
 
 }  // namespace

@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr int Columns = 5;
-constexpr int Tile = 256;
+constexpr int Columns = 4;
+constexpr int Tile = 448;
 constexpr int Caption = 24;
 
 void drawTexture(QPainter& painter, const QString& name, const QString& folder, const QPoint& place)

@@ -21,6 +21,8 @@ Block block(std::uint32_t id, float x, float y, float width, float height)
     b.across = b.upright ? x / width : y / height;
     b.edge = std::min(std::min(x, width - x), std::min(y, height - y));
     b.bottom = height - y;
+    b.length = std::max(width, height);
+    b.width = std::min(width, height);
     return b;
 }
 
@@ -75,6 +77,14 @@ Block herringbone(const Layout& layout, float u, float v)
     }
 }
 
+/// Two colours by turns in both directions.
+Block checker(const Layout& layout, float u, float v)
+{
+    Block b = inCourse(layout, u, v, layout.columns, 0);
+    b.color = (int(u * float(layout.columns)) + int(v * float(layout.rows))) % 2;
+    return b;
+}
+
 /// Courses of different heights with blocks of different lengths.
 Block ashlar(const Layout& layout, float u, float v)
 {
@@ -121,6 +131,8 @@ Block hexagon(const Layout& layout, float u, float v)
                 best.along = dx / width + 0.5f;
                 best.across = dy / height + 0.5f;
                 best.bottom = height / 2 - dy;
+                best.length = width;
+                best.width = height;
             }
         }
     }
@@ -133,7 +145,7 @@ Block hexagon(const Layout& layout, float u, float v)
 bool Layout::isKnown(const QString& bond)
 {
     static const QStringList bonds{"running",     "third",  "stack",  "flemish", "english",
-                                   "herringbone", "ashlar", "planks", "hexagon"};
+                                   "herringbone", "ashlar", "planks", "hexagon", "checker"};
     return bonds.contains(bond);
 }
 
@@ -154,6 +166,8 @@ Block blockAt(const Layout& layout, float u, float v)
         return herringbone(layout, u, v);
     if (layout.bond == QLatin1String("hexagon"))
         return hexagon(layout, u, v);
+    if (layout.bond == QLatin1String("checker"))
+        return checker(layout, u, v);
     if (layout.bond == QLatin1String("ashlar"))
         return ashlar(layout, u, v);
     return inCourse(layout, u, v, layout.columns, row % 2 ? 0.5f : 0.0f);

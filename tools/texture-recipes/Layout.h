@@ -21,7 +21,10 @@ struct Block {
     float across = 0;  ///< and across it, 0..1, downwards where the block lies
     float edge = 0;    ///< distance to its nearest edge, in units of the square
     float bottom = 0;  ///< distance to its lower edge, in units of the square
+    float length = 0;  ///< of its longer side, in units of the square; 0 for a texture without blocks
+    float width = 0;   ///< of its shorter side
     bool upright = false;
+    int color = -1;  ///< which of the surface's colours it takes; -1 when that is left to chance
 };
 
 Block blockAt(const Layout& layout, float u, float v);

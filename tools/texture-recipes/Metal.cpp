@@ -38,27 +38,31 @@ private:
         return {mix(m_colors[1], m_colors[0], t), 0.5f * hair - 0.5f * scratch};
     }
 
+    /// Blotches within blotches, and what the rain washed down.
     Sample rust(float u, float v) const
     {
-        const float bu = u + 0.05f * Noise::fbm(u, v, 6, 6, 3, m_seed + 1);
-        const float blotch = Noise::fbm(bu, v, 5, 4, 5, m_seed + 2);
-        const float runs = Noise::fbm(u, v, 22, 2, 3, m_seed + 3);
-        const float grain = Noise::fbm(u, v, 100, 100, 3, m_seed + 4);
-        const float flakes = smooth(0.25f, 0.5f, Noise::fbm(u, v, 30, 30, 3, m_seed + 5));
-        const float t = clamp01(0.5f + m_strength * (0.65f * blotch + 0.25f * runs));
-        return {ramp(t) * (1 + 0.22f * grain - 0.22f * flakes), 0.9f * grain + 1.2f * blotch - 0.8f * flakes};
+        const float bu = u + 0.06f * Noise::fbm(u, v, 5, 5, 4, m_seed + 1);
+        const float bv = v + 0.06f * Noise::fbm(u, v, 5, 5, 4, m_seed + 6);
+        const float blotch = Noise::fbm(bu, bv, 4, 3, 6, m_seed + 2);
+        const float mottle = Noise::fbm(bu, bv, 24, 22, 4, m_seed + 7);
+        const float runs = Noise::fbm(bu, v, 30, 2, 3, m_seed + 3);
+        const float grain = Noise::fbm(u, v, 120, 120, 2, m_seed + 4);
+        const float flakes = smooth(0.22f, 0.5f, Noise::fbm(bu, bv, 40, 40, 3, m_seed + 5));
+        const float t = clamp01(0.5f + m_strength * (0.42f * blotch + 0.32f * mottle + 0.16f * runs));
+        return {ramp(t) * (1 + 0.18f * grain - 0.16f * flakes), 0.9f * grain + 1.2f * mottle - 0.8f * flakes};
     }
 
     /// The metal's own colour last in the list, the patina's before it; runs point downwards.
     Sample patina(float u, float v) const
     {
-        const float runs = Noise::fbm(u + 0.02f * Noise::fbm(u, v, 8, 8, 2, m_seed + 1), v, 14, 2, 4, m_seed + 2);
-        const float blotch = Noise::fbm(u, v, 4, 4, 5, m_seed + 3);
-        const float bare = m_strength * smooth(0.15f, 0.5f, 0.6f * runs + 0.7f * blotch);
+        const float bu = u + 0.012f * Noise::fbm(u, v, 9, 5, 3, m_seed + 1);
+        const float runs = Noise::fbm(bu, v, 34, 1, 3, m_seed + 2) + 0.6f * Noise::fbm(bu, v, 90, 2, 2, m_seed + 7);
+        const float blotch = Noise::fbm(bu, v, 4, 4, 6, m_seed + 3);
         const float powder = Noise::fbm(u, v, 60, 60, 4, m_seed + 4);
-        const float shade = clamp01(0.5f + 0.6f * Noise::fbm(u, v, 7, 5, 4, m_seed + 5));
-        const Rgb green = mix(m_colors[0], m_colors[1], shade) * (1 + 0.14f * powder);
-        return {mix(green, m_colors.back() * (1 + 0.1f * powder), bare), 0.8f * powder - 1.5f * bare};
+        const float bare = m_strength * smooth(0.25f, 0.85f, 0.55f * runs + 0.75f * blotch + 0.25f * powder);
+        const float shade = clamp01(0.5f + 0.55f * Noise::fbm(u, v, 6, 4, 5, m_seed + 5) + 0.40f * runs);
+        const Rgb green = mix(m_colors[0], m_colors[1], shade) * (1 + 0.13f * powder);
+        return {mix(green, m_colors.back() * (1 + 0.1f * powder), bare), 0.9f * powder - 1.5f * bare};
     }
 
     /// Zinc crystals, each mirroring the light its own way, with feathers inside.

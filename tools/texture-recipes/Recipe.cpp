@@ -31,12 +31,29 @@ void checkSize(const QJsonValue& value)
 
 void save(const QImage& image, const QString& path)
 {
+    constexpr int FastCompression = 75;  // noise hardly gets smaller, however long one tries
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG", FastCompression) || !file.commit())
         throw RecipeError("cannot be written to " + path.toStdString());
 }
 
-void make(const QString& recipeFile, const QString& folder, int pixels)
+/// 0 for a texture without relief.
+float normalStrength(const QJsonValue& value)
+{
+    const double strength = value.toDouble(value.isUndefined() ? 0 : -1);
+    if (strength < 0 || strength > 10)
+        throw RecipeError("\"normals\" is no number from 0 to 10");
+    return float(strength);
+}
+
+QJsonObject parametersOf(const QJsonValue& value)
+{
+    if (!value.isUndefined() && !value.isObject())
+        throw RecipeError("\"parameters\" is no JSON object");
+    return value.toObject();
+}
+
+void make(const QString& recipeFile, const QString& folder, int pixels, bool withNormals)
 {
     const QJsonObject recipe = readObject(recipeFile);
     for (const QString& key : recipe.keys()) {
@@ -44,22 +61,23 @@ void make(const QString& recipeFile, const QString& folder, int pixels)
             throw RecipeError("\"" + key.toStdString() + "\" is no part of a recipe");
     }
     checkSize(recipe["size"]);
-    const Parameters parameters(recipe["parameters"].toObject());
+    const float strength = normalStrength(recipe["normals"]);
+    const Parameters parameters(parametersOf(recipe["parameters"]));
     const Picture picture = drawFamily(recipe["family"].toString(), parameters, pixels);
     parameters.checkAllUsed();
 
     const QString base = folder + QLatin1Char('/') + QFileInfo(recipeFile).completeBaseName();
     save(picture.color(), base + QStringLiteral(".png"));
-    if (const double strength = recipe["normals"].toDouble(); strength > 0)
-        save(picture.normals(float(strength)), base + QStringLiteral("_normal.png"));
+    if (withNormals && strength > 0)
+        save(picture.normals(strength), base + QStringLiteral("_normal.png"));
 }
 
 }  // namespace
 
-RecipeResult makeTexture(const QString& recipeFile, const QString& folder, int pixels)
+RecipeResult makeTexture(const QString& recipeFile, const QString& folder, int pixels, bool withNormals)
 {
     try {
-        make(recipeFile, folder, pixels);
+        make(recipeFile, folder, pixels, withNormals);
         return {};
     } catch (const RecipeError& error) {
         return {QFileInfo(recipeFile).fileName() + QStringLiteral(": ") + QString::fromStdString(error.what())};

@@ -9,6 +9,6 @@ struct RecipeResult {
     QString problem;  ///< empty when the pictures were written
 };
 
-/// Makes <folder>/<name>.png, and <name>_normal.png where the recipe asks for it, from the recipe file. `pixels` is the
-/// side of the picture. Reentrant; any thread.
-RecipeResult makeTexture(const QString& recipeFile, const QString& folder, int pixels);
+/// Makes <folder>/<name>.png from the recipe file, and <name>_normal.png where it has one and `withNormals` asks for
+/// it. `pixels` is the side of the picture. Reentrant; any thread.
+RecipeResult makeTexture(const QString& recipeFile, const QString& folder, int pixels, bool withNormals = true);

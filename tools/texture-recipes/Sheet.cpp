@@ -6,6 +6,7 @@
 namespace {
 
 constexpr float Pi = 3.14159265f;
+constexpr float Joint = 0.74f;  ///< of pantiles, in the width of one
 
 /// Regular relief over a plain colour; what is not metal (clay, mineral board) only has other colours.
 class Sheet {
@@ -72,14 +73,15 @@ private:
     Sample pantile(float u, float v) const
     {
         const float row = v * float(m_rows), column = u * float(m_columns);
-        const int id = int(Noise::hash(int(column), int(row), m_seed) & 0xffff);
+        // A tile ends on the flank of its roll, not where the profile's period does.
+        const int id = int(Noise::hash(int(column + 1 - Joint) % m_columns, int(row), m_seed) & 0xffff);
         const float x = fraction(column), y = fraction(row);
         const float profile = std::sin(2 * Pi * x);
         const float curve = 0.5f + 0.5f * profile;
         const float lip = smooth(0.93f, 0.97f, y) * (1 - smooth(0.985f, 1.0f, y));
         const float shadow = 1 - 0.62f * (1 - smooth(0, 0.06f + 0.12f * curve, y));
         const float light = 0.74f + 0.34f * curve + 0.16f * std::cos(2 * Pi * x - 0.4f) + 0.10f * lip;
-        const float joint = 1 - 0.55f * (1 - smooth(0, 0.035f, std::min(std::abs(x - 0.74f), 1.0f)));
+        const float joint = 1 - 0.55f * (1 - smooth(0, 0.035f, std::abs(x - Joint)));
         const float moss = m_wear * smooth(0.3f, 0.7f, Noise::fbm(u, v, 5, 5, 4, m_seed + 7)) * (1 - curve);
         const Rgb clay = mix(face(u, v, id), Rgb{0.33f, 0.33f, 0.24f}, 0.5f * moss);
         return {clay * (shadow * light * joint), m_depth * curve + m_depth * 0.35f * y - 2 * (1 - joint)};
@@ -105,7 +107,8 @@ private:
     {
         const float y = v * float(m_rows);
         const int row = int(y);
-        const float dx = fraction(u * float(m_columns) + (row % 2 ? 0.5f : 0)) - 0.5f, dy = y - float(row) - 0.5f;
+        const float dx = fraction(u * float(m_columns) + (row % 2 ? 0.5f : 0)) - 0.5f;
+        const float dy = (y - float(row) - 0.5f) * float(m_columns) / float(m_rows);
         const float distance = std::sqrt(dx * dx + dy * dy);
         const float open = smooth(m_radius + 0.02f, m_radius - 0.02f, distance);
         const float rim = smooth(m_radius + 0.12f, m_radius, distance) * (1 - open);

@@ -26,7 +26,7 @@ public:
           m_rowShare(p.number("rowShare", 1, 0.02f, 1)), m_depth(p.number("depth", 8, 0, 60)),
           m_shade(p.number("shade", 0.55f, 0, 1)), m_flowers(p.whole("flowers", 0, 0, 2000)),
           m_flowerColors(p.colors("flowerColors", {"#e8d94a", "#f3f1ea", "#b65fa8"})),
-          m_rough(p.number("rough", 0.5f, 0, 2))
+          m_rough(p.number("rough", 0.5f, 0, 2)), m_patches(p.number("patches", 0.1f, 0, 1))
     {
     }
 
@@ -88,7 +88,7 @@ private:
         const float y = (row + 0.5f + (random(i, 2) - 0.5f) * m_rowShare) / float(m_rows);
         const double angle = double(m_angle + m_spread * 2 * (random(i, 6) - 0.5f));
         const float pick = random(i, 8) * float(m_colors.size());
-        const float patch = 1 + 0.10f * Noise::fbm(x, y, 3, 3, 3, m_seed + 3);
+        const float patch = 1 + m_patches * Noise::fbm(x, y, 4, 4, 3, m_seed + 3);
         const float light = (1 - m_shade * (1 - rank)) * (0.88f + 0.24f * random(i, 9)) * patch;
         color.setBrush(toQColor(m_colors[std::min(size_t(pick), m_colors.size() - 1)] * light));
         const int level = int(40 + 215 * rank);
@@ -159,7 +159,7 @@ private:
     float m_rowShare, m_depth, m_shade;
     int m_flowers;
     std::vector<Rgb> m_flowerColors;
-    float m_rough;
+    float m_rough, m_patches;
 };
 
 }  // namespace

@@ -6,10 +6,11 @@
 
 Surface::Surface(const Parameters& parameters, std::uint32_t seed)
     : m_kind(parameters.text("surface", "clay")), m_colors(parameters.colors("colors", {"#a0523d"})),
-      m_variation(parameters.number("variation", 0.1f, 0, 1)), m_rings(parameters.whole("rings", 14, 1, 200)),
-      m_figure(parameters.number("figure", 1, 0, 10)), m_pores(parameters.number("pores", 0.5f, 0, 1)), m_seed(seed)
+      m_variation(parameters.number("variation", 0.1f, 0, 1)), m_pores(parameters.number("pores", 0.5f, 0, 1)),
+      m_clouds(parameters.number("clouds", 1, 0, 4)), m_grain(parameters.number("grain", 1, 0, 4)),
+      m_specks(parameters.number("specks", 0, 0, 1)), m_seed(seed), m_wood(parameters, seed)
 {
-    static const QStringList kinds{"clay", "glazed", "wood", "stone", "slate", "concrete"};
+    static const QStringList kinds{"clay", "glazed", "wood", "stone", "slate", "concrete", "mineral"};
     if (!kinds.contains(m_kind))
         throw RecipeError("\"surface\" is none of " + kinds.join(QStringLiteral(", ")).toStdString());
 }
@@ -18,7 +19,8 @@ Rgb Surface::tone(const Block& block) const
 {
     const int id = int(block.id & 0xffffff);
     const float pick = Noise::random(id, 1, m_seed) * float(m_colors.size());
-    const Rgb& base = m_colors[std::min(size_t(pick), m_colors.size() - 1)];
+    const size_t index = block.color < 0 ? size_t(pick) : size_t(block.color);
+    const Rgb& base = m_colors[std::min(index, m_colors.size() - 1)];
     return base * (1 + m_variation * (Noise::random(id, 2, m_seed) - 0.5f) * 2);
 }
 
@@ -26,7 +28,9 @@ Sample Surface::at(float u, float v, const Block& block) const
 {
     const Rgb base = tone(block);
     if (m_kind == QLatin1String("wood"))
-        return block.upright ? wood(v, u, base, block) : wood(u, v, base, block);
+        return m_wood.at(u, v, base, block);
+    if (m_kind == QLatin1String("mineral"))
+        return mineral(u, v, base);
     if (m_kind == QLatin1String("stone"))
         return stone(u, v, base);
     if (m_kind == QLatin1String("slate"))
@@ -39,38 +43,31 @@ Sample Surface::at(float u, float v, const Block& block) const
 
 Sample Surface::clay(float u, float v, const Rgb& base) const
 {
-    const float clouds = Noise::fbm(u, v, 9, 9, 4, m_seed + 11);
-    const float grain = Noise::fbm(u, v, 90, 90, 2, m_seed + 12);
-    const float pits = smooth(0.45f, 0.75f, Noise::perlin(u, v, 70, 70, m_seed + 13));
-    const float light = 1 + 0.12f * clouds + 0.10f * grain - 0.25f * pits;
+    const float clouds = m_clouds * Noise::fbm(u, v, 9, 9, 4, m_seed + 11);
+    const float fire = m_clouds * smooth(0.2f, 0.75f, Noise::fbm(u, v, 7, 12, 4, m_seed + 14));
+    const float grain = m_grain * Noise::fbm(u, v, 110, 110, 2, m_seed + 12);
+    const float pits = 2 * m_pores * smooth(0.42f, 0.75f, Noise::fbm(u, v, 60, 80, 2, m_seed + 13));
+    const float light = 1 + 0.12f * clouds + 0.13f * grain - 0.25f * pits - 0.20f * fire;
     return {base * light, 0.6f * clouds + 0.5f * grain - 1.2f * pits};
-}
-
-/// Rings as a row of soft rises and sharp falls across the fibre, bent along it; then fibres and pores.
-Sample Surface::wood(float u, float v, const Rgb& base, const Block& block) const
-{
-    const float x = fraction(u + Noise::random(int(block.id & 0xffff), 3, m_seed));
-    const float y = fraction(v + Noise::random(int(block.id & 0xffff), 4, m_seed));
-    const float bend =
-        m_figure * (0.75f * Noise::perlin(x, y, 1, 2, m_seed + 21) + 0.22f * Noise::perlin(x, y, 2, 6, m_seed + 22) +
-                    0.05f * Noise::perlin(x, y, 7, 30, m_seed + 27));
-    const float ring = fraction((y + 0.16f * bend) * float(m_rings));
-    const float late = ring * ring * (1 - smooth(0.86f, 1, ring));
-    const float fibre = Noise::perlin(x, y, 4, 190, m_seed + 23) + 0.7f * Noise::perlin(x, y, 9, 256, m_seed + 24);
-    const float pore = m_pores * smooth(0.40f, 0.7f, Noise::perlin(x, y, 22, 240, m_seed + 25)) * (0.4f + 0.6f * late);
-    const float clouds = Noise::fbm(x, y, 2, 4, 3, m_seed + 26);
-    const float light = 1.04f + 0.06f * clouds + 0.07f * fibre - 0.24f * late - 0.32f * pore;
-    // Late wood is redder as well as darker.
-    const Rgb warm{base.r * light, base.g * (light - 0.05f * late), base.b * (light - 0.10f * late)};
-    return {warm, -0.8f * pore - 0.35f * late + 0.15f * fibre};
 }
 
 Sample Surface::stone(float u, float v, const Rgb& base) const
 {
-    const float clouds = Noise::fbm(u, v, 5, 5, 5, m_seed + 31);
-    const float grain = Noise::fbm(u, v, 128, 128, 2, m_seed + 32);
-    const float pits = m_pores * smooth(0.35f, 0.7f, Noise::fbm(u, v, 48, 48, 2, m_seed + 33));
-    return {base * (1 + 0.09f * clouds + 0.12f * grain - 0.25f * pits), 2.0f * clouds + 0.6f * grain - 2 * pits};
+    const float clouds =
+        m_clouds * (Noise::fbm(u, v, 5, 5, 5, m_seed + 31) + 0.5f * Noise::fbm(u, v, 17, 17, 4, m_seed + 35));
+    const float grain = m_grain * Noise::fbm(u, v, 128, 128, 2, m_seed + 32);
+    const float pits = m_pores * smooth(0.30f, 0.62f, Noise::fbm(u, v, 48, 48, 2, m_seed + 33));
+    const float holes = m_pores * bubbles(u, v, 38, 0.3f, m_seed + 34);
+    const float light = 1 + 0.09f * clouds + 0.13f * grain - 0.22f * pits - 0.45f * holes;
+    return {base * light, 1.5f * clouds + 0.6f * grain - 2 * pits - 3 * holes};
+}
+
+/// Round holes of several sizes; `share` of the places has one.
+float Surface::bubbles(float u, float v, int count, float share, std::uint32_t seed) const
+{
+    const Noise::Cell bubble = Noise::cells(u, v, count, count, 1, seed);
+    const float radius = share - Noise::random(int(bubble.id & 0xffff), 1, m_seed);
+    return radius > 0 ? smooth(radius * 0.9f + 0.08f, radius * 0.5f, bubble.nearest) : 0;
 }
 
 Sample Surface::slate(float u, float v, const Rgb& base) const
@@ -85,10 +82,27 @@ Sample Surface::slate(float u, float v, const Rgb& base) const
 
 Sample Surface::concrete(float u, float v, const Rgb& base) const
 {
-    const float clouds = Noise::fbm(u, v, 3, 3, 5, m_seed + 51);
-    const float grain = Noise::fbm(u, v, 150, 150, 2, m_seed + 52);
-    const Noise::Cell bubble = Noise::cells(u, v, 26, 26, 1, m_seed + 53);
-    const float radius = Noise::random(int(bubble.id & 0xffff), 1, m_seed) - 0.82f;
-    const float pore = m_pores * (radius > 0 ? smooth(radius * 1.2f, radius * 0.6f, bubble.nearest) : 0);
-    return {base * (1 + 0.09f * clouds + 0.05f * grain - 0.4f * pore), 0.4f * clouds + 0.25f * grain - 2.5f * pore};
+    const float bend = 0.04f * Noise::fbm(u, v, 4, 4, 3, m_seed + 54);
+    const float clouds = m_clouds * (Noise::fbm(u + bend, v - bend, 3, 3, 6, m_seed + 51) +
+                                     0.6f * Noise::fbm(u, v, 11, 13, 4, m_seed + 55));
+    const float grain = m_grain * Noise::fbm(u, v, 150, 150, 2, m_seed + 52);
+    const float pore = m_pores * bubbles(u, v, 26, 0.2f, m_seed + 53);
+    // Stones that the float or the grinder left just under the skin.
+    const Noise::Cell stone = Noise::cells(u + bend, v, 56, 56, 1, m_seed + 56);
+    const float speck =
+        m_specks * smooth(0, 0.15f, stone.edge - 0.06f) * (Noise::random(int(stone.id & 0xffffff), 2, m_seed) - 0.5f);
+    return {base * (1 + 0.08f * clouds + 0.05f * grain - 0.4f * pore + 0.24f * speck),
+            0.4f * clouds + 0.25f * grain - 2.5f * pore};
+}
+
+/// Pressed mineral fibre: pinholes and short worm-like fissures.
+Sample Surface::mineral(float u, float v, const Rgb& base) const
+{
+    const float grain = m_grain * Noise::fbm(u, v, 120, 120, 2, m_seed + 61);
+    const float crest = 1 - std::abs(Noise::fbm(u, v, 26, 18, 2, m_seed + 62)) * 6;
+    const float fissure =
+        m_pores * smooth(0.35f, 0.8f, crest) * smooth(0.12f, 0.3f, Noise::perlin(u, v, 44, 40, m_seed + 63));
+    const float pin = m_pores * bubbles(u, v, 90, 0.34f, m_seed + 64);
+    const float hole = std::max(fissure, 0.8f * pin);
+    return {base * (1 + 0.03f * grain - 0.42f * hole), 0.4f * grain - 3 * hole};
 }

@@ -12,7 +12,7 @@ public:
           m_colors(p.colors("colors", {"#cdbf9f", "#b9a987"})), m_count(p.whole("count", 32, 2, 128)),
           m_depth(p.number("depth", 5, 0, 60)), m_slub(p.number("slub", 0.4f, 0, 2)), m_under(p.whole("under", 1, 1, 4))
     {
-        static const QStringList kinds{"weave", "loop", "pile", "felt"};
+        static const QStringList kinds{"weave", "loop", "pile"};
         if (!kinds.contains(m_kind))
             throw RecipeError("\"kind\" is none of " + kinds.join(QStringLiteral(", ")).toStdString());
     }
@@ -21,9 +21,7 @@ public:
     {
         if (m_kind == QLatin1String("loop"))
             return loop(u, v);
-        if (m_kind == QLatin1String("pile"))
-            return pile(u, v);
-        return m_kind == QLatin1String("felt") ? felt(u, v) : weave(u, v);
+        return m_kind == QLatin1String("pile") ? pile(u, v) : weave(u, v);
     }
 
 private:
@@ -67,7 +65,7 @@ private:
         const float dome = std::sqrt(std::max(0.0f, 1 - (dx * dx * 3.2f + dy * dy * 4.4f)));
         const float twist = std::sin((dx * 1.5f + dy) * 22);
         const float fuzz = Noise::fbm(u, v, 120, 120, 2, m_seed + 7);
-        return {yarn(id, 1) * ((0.30f + 0.72f * dome) * (1 + 0.06f * twist + 0.10f * fuzz)),
+        return {yarn(id, 1) * ((0.42f + 0.60f * dome) * (1 + 0.06f * twist + 0.10f * fuzz)),
                 m_depth * dome + 0.4f * twist + 0.6f * fuzz};
     }
 
@@ -80,16 +78,6 @@ private:
         const float dome = 1 - smooth(0.1f, 0.75f, tuft.nearest);
         return {yarn(int(tuft.id & 0xffffff), 1) * (0.66f + 0.30f * dome + 0.16f * ends + 0.16f * brushed),
                 m_depth * dome + 1.2f * ends};
-    }
-
-    Sample felt(float u, float v) const
-    {
-        const float bu = u + 0.02f * Noise::fbm(u, v, 12, 12, 3, m_seed + 1);
-        const float hair = Noise::ridged(bu, v, 50, 50, 3, m_seed + 2) - 0.5f;
-        const float clouds = Noise::fbm(u, v, 4, 4, 4, m_seed + 3);
-        const float fleck = smooth(0.5f, 0.7f, Noise::perlin(u, v, 90, 90, m_seed + 4));
-        const Rgb color = mix(m_colors[0], m_colors.back(), clamp01(0.5f + 0.5f * hair));
-        return {color * (1 + 0.10f * clouds - 0.14f * fleck + 0.12f * hair), m_depth * hair};
     }
 
     QString m_kind;
@@ -110,18 +98,24 @@ public:
     {
     }
 
+    /// Skin folds along many small creases, of which only some are deep.
     Sample at(float u, float v) const
     {
-        const float bu = u + 0.012f * Noise::fbm(u, v, 20, 20, 3, m_seed + 1);
-        const float bv = v + 0.012f * Noise::fbm(u, v, 20, 20, 3, m_seed + 2);
+        const float bend = 0.55f / float(m_count);
+        const float bu = u + bend * Noise::fbm(u, v, m_count / 2, m_count / 2, 3, m_seed + 1);
+        const float bv = v + bend * Noise::fbm(u, v, m_count / 2, m_count / 2, 3, m_seed + 2);
         const Noise::Cell coarse = Noise::cells(bu, bv, m_count, m_count, 1, m_seed + 3);
         const Noise::Cell fine = Noise::cells(bu, bv, m_count * 2, m_count * 2, 1, m_seed + 4);
-        const float pebble = smooth(0, 0.30f, coarse.edge) * 0.75f + smooth(0, 0.3f, fine.edge) * 0.25f;
-        const float pore = smooth(0.12f, 0.05f, fine.nearest);
-        const float clouds = Noise::fbm(u, v, 3, 3, 4, m_seed + 5);
-        const float tone = Noise::random(int(coarse.id & 0xffff), 1, m_seed) - 0.5f;
-        return {m_color * (0.66f + 0.40f * pebble + 0.14f * clouds * m_soft + 0.08f * tone - 0.18f * pore),
-                m_depth * pebble - 0.8f * pore};
+        const float deep = smooth(-0.4f, 0.5f, Noise::fbm(u, v, 12, 12, 3, m_seed + 6));
+        const float crease = (0.35f + 0.65f * deep) * (1 - smooth(0, 0.26f, coarse.edge));
+        const float wrinkle = (0.75f - 0.5f * deep) * (1 - smooth(0, 0.22f, fine.edge));
+        const float pebble = 1 - std::max(crease, 0.7f * wrinkle);
+        const float pore =
+            smooth(0.16f, 0.05f, fine.nearest) * smooth(0.1f, 0.4f, Noise::perlin(u, v, 60, 60, m_seed + 7));
+        const float clouds = Noise::fbm(u, v, 3, 3, 5, m_seed + 5);
+        const float light = 0.80f + 0.20f * pebble * pebble + 0.16f * clouds * m_soft - 0.16f * pore -
+                            0.10f * (coarse.dy + 0.5f * coarse.dx);
+        return {m_color * light, m_depth * pebble - 0.8f * pore};
     }
 
 private:

@@ -5,6 +5,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -88,7 +89,7 @@ private:
         return {mix(m_colors[0], m_colors[1], t) * (1 + 0.03f * paper), m_depth * (warp + weft) * 0.4f};
     }
 
-    /// A palmette between two leaves, mirrored, and again half a repeat further.
+    /// A palmette between two leaves, mirrored, and again half a repeat further; garlands wind between them.
     static QImage damask(int size)
     {
         QImage image(size, size, QImage::Format_Grayscale8);
@@ -98,17 +99,42 @@ private:
         painter.setPen(Qt::NoPen);
         painter.setBrush(Qt::white);
         painter.scale(size, size);
+        for (int garland = -1; garland <= 3; ++garland)
+            drawGarland(painter, garland);
         for (const QPointF& centre :
              {QPointF(0.25, 0.25), QPointF(0.75, 0.75), QPointF(0.25, 1.25), QPointF(0.75, -0.25)}) {
             for (const double side : {-1.0, 1.0}) {
                 painter.save();
-                painter.translate(centre);
-                painter.scale(side * 1.28, 1.28);
+                painter.translate(centre - QPointF(0, 0.03));
+                painter.scale(side * 1.42, 1.42);
                 painter.drawPath(halfOrnament());
                 painter.restore();
             }
         }
         return image;
+    }
+
+    static QPointF onGarland(int garland, double v)
+    {
+        const double swing = (garland % 2 ? 0.16 : -0.16) * std::cos(6.283185307179586 * (v - 0.25));
+        return {0.5 * garland + swing, v};
+    }
+
+    /// A stem that swings out round the ornaments to its left and right by turns, with leaves in pairs.
+    static void drawGarland(QPainter& painter, int garland)
+    {
+        constexpr int Leaves = 22;
+        QPainterPath stem(onGarland(garland, -0.1));
+        for (int i = 1; i <= 120; ++i)
+            stem.lineTo(onGarland(garland, -0.1 + 0.01 * i));
+        painter.strokePath(stem, QPen(Qt::white, 0.008));
+        for (int i = -1; i <= Leaves; ++i) {
+            const QPointF foot = onGarland(garland, double(i) / Leaves);
+            const QPointF next = onGarland(garland, double(i + 1) / Leaves) - foot;
+            const double angle = 180 - std::atan2(next.x(), next.y()) * 57.29577951308232;
+            painter.drawPath(leaf(foot.x(), foot.y(), angle + 48, 0.048, 0.013));
+            painter.drawPath(leaf(foot.x(), foot.y(), angle - 48, 0.048, 0.013));
+        }
     }
 
     static QPainterPath leaf(double x, double y, double angle, double length, double width)

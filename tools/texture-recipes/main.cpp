@@ -10,19 +10,20 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <string>
 
 namespace {
 
 struct Options {
     QString recipes, out, only, sheet;
-    int size = 512;
+    int size = 0;  ///< 0 when what was given is none
+    bool normals = false;
 };
 
 /// The captions of a contact sheet need the platform's fonts, though no display; pictures need neither.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
 {
-    const bool hasSheet = std::find(argv, argv + argc, std::string("--sheet")) != argv + argc;
+    const bool hasSheet =
+        std::any_of(argv, argv + argc, [](const char* given) { return QByteArray(given).startsWith("--sheet"); });
     if (!hasSheet)
         return std::make_unique<QCoreApplication>(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -38,17 +39,24 @@ Options parse(const QCoreApplication& application)
                        {"out", "The folder that the pictures go to.", "folder"},
                        {"only", "Make only names that match this pattern.", "pattern", "*"},
                        {"size", "The side of a picture in pixels (16 to 4096).", "pixels", "512"},
+                       {"normals", "Also make the normal maps of the recipes that have relief."},
                        {"sheet", "Also draw a contact sheet to this file.", "file"}});
     parser.process(application);
-    return {parser.value("recipes"), parser.value("out"), parser.value("only"), parser.value("sheet"),
-            qBound(16, parser.value("size").toInt(), 4096)};
+    const int size = parser.value("size").toInt();
+    return {parser.value("recipes"),
+            parser.value("out"),
+            parser.value("only"),
+            parser.value("sheet"),
+            size >= 16 && size <= 4096 ? size : 0,
+            parser.isSet("normals")};
 }
 
 /// False when a recipe could not be made; each is told on the error output.
 bool makeAll(const QStringList& names, const Options& options)
 {
     const auto make = [&options](const QString& name) {
-        return makeTexture(QDir(options.recipes).filePath(name + QStringLiteral(".json")), options.out, options.size)
+        return makeTexture(QDir(options.recipes).filePath(name + QStringLiteral(".json")), options.out, options.size,
+                           options.normals)
             .problem;
     };
     bool good = true;
@@ -71,8 +79,8 @@ int main(int argc, char** argv)
     for (const QFileInfo& file :
          QDir(options.recipes).entryInfoList({options.only + QStringLiteral(".json")}, QDir::Files, QDir::Name))
         names.append(file.completeBaseName());
-    if (options.out.isEmpty() || names.isEmpty() || !QDir().mkpath(options.out)) {
-        std::fprintf(stderr, "no recipes, or nowhere to put the pictures: see --help\n");
+    if (options.size == 0 || options.out.isEmpty() || names.isEmpty() || !QDir().mkpath(options.out)) {
+        std::fprintf(stderr, "no recipes, nowhere to put the pictures, or no size that they can have: see --help\n");
         return 2;
     }
     const bool good = makeAll(names, options);
