@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What the command line asks for.
+struct HostOptions {
+    QString project;   ///< empty: a new project
+    QString data;      ///< folder of the shipped data; empty when none was found
+    QString profile;   ///< the user's folder: favourites, recent files
+    QString tour;      ///< folder for the pictures of the guided tour; empty: no tour
+    QString language;  ///< "zh" or "en"
+
+    /// Leaves the program for --help and for arguments that make no sense.
+    static HostOptions fromArguments(const QStringList& arguments);
+
+    QString sampleProject() const { return data + "/projects/house.json"; }
+};

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "HostOptions.h"
+#include "Tour.h"
+
+#include <kiv/MaterialLibrary.h>
+
+#include <QImage>
+#include <QMap>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class CAppearanceLibraryBrowserCtrl;
+class MainWindow;
+class QDialog;
+
+/// The guided tour through the host's main job: from the start of the program to a project that is saved and opened
+/// again. Each step uses mouse and keyboard only and checks what came of it.
+class HostTour {
+public:
+    HostTour(kiv::CMaterialLibrary& library, const HostOptions& options);
+    ~HostTour();
+
+    /// 0, or 1 when a step did not do what it says.
+    int run();
+
+private:
+    using Documents = QMap<QString, std::string>;  // by element
+
+    void start();
+    void selectElement();
+    void openLibrary();
+    void showFavorites();
+    void showSystem();
+    void browseCategory();
+    void sort(Qt::SortOrder order);
+    void search(const QString& keyword);
+    void pickMaterial();
+    void apply();
+    void tryRoof();
+    void cancel();
+    void undo();
+    void redo();
+    void save();
+    void change();
+    void reopen();
+    void refuse();
+    void zoom();
+    void wholeBuilding();
+
+    void collectFavorites();
+    QDialog& dialog() const;
+    CAppearanceLibraryBrowserCtrl& browser(const char* name) const;
+    kiv::CAppearanceInstancePtr systemMaterial(const kiv::String& name) const;
+    void clickElement(const QString& elementId);
+    QPoint pointIn(const QString& elementId) const;
+    void showCategory(const QString& path);
+    void clickMaterial(const kiv::CAppearanceInstancePtr& material);
+    void closeDialog(const std::function<void()>& how);
+    void enterFile(QWidget& fileDialog, const QString& path);
+    QStringList shownNames() const;
+    QImage drawing();
+    QImage drawing(const QString& elementId);
+    Documents documents() const;
+
+    kiv::CMaterialLibrary& m_library;
+    HostOptions m_options;
+    Tour m_tour;
+    QTemporaryDir m_folder;
+    std::unique_ptr<MainWindow> m_window;
+    kiv::CAppearanceInstancePtr m_before;
+    kiv::CAppearanceInstancePtr m_picked;
+    QImage m_drawingBefore;
+    QImage m_drawingApplied;
+    QImage m_drawingSaved;
+    Documents m_documentsSaved;
+};

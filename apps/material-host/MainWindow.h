@@ -1,0 +1,92 @@
+#pragma once
+
+#include "ElementList.h"
+#include "ElevationView.h"
+#include "MaterialPanel.h"
+#include "MaterialSession.h"
+#include "ProjectDocument.h"
+#include "RecentFiles.h"
+
+#include <QMainWindow>
+
+class QLabel;
+struct HostOptions;
+
+/// The host's window: the building's elements, their elevation, and what the selected one is made of.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// The library is borrowed, open, and outlives the window.
+    MainWindow(kiv::CMaterialLibrary& library, const HostOptions& options);
+    ~MainWindow() override;
+
+    /// Opens the project; an empty path starts a new one. False when that failed, which the user was told.
+    bool start(const QString& path);
+    /// Tells what the material library had to leave out, if anything.
+    void showReport();
+
+    ProjectDocument& document() { return m_document; }
+    ElevationView& elevation() { return *m_view; }
+    ElementList& elements() { return *m_list; }
+    MaterialPanel& panel() { return *m_panel; }
+    const TextureCache& textures() const { return m_textures; }
+    const QString& selectedElement() const { return m_selected; }
+    /// What the element is drawn with: while the dialog is open perhaps not yet what it has.
+    kiv::CAppearanceInstancePtr drawnMaterial(const QString& elementId) const;
+
+public slots:
+    void selectElement(const QString& elementId);
+    void openLibrary();
+    void newProject();
+    void openProject();
+    bool saveProject();
+    bool saveProjectAs();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void makeWidgets();
+    void makeFileMenu();
+    void makeEditMenu();
+    void makeMaterialMenu();
+    void makeViewMenu();
+    void makeHelpMenu();
+    void makeStatusBar();
+    void connectWidgets();
+    void fillRecentMenu();
+
+    bool openFile(const QString& path);
+    bool saveTo(const QString& path);
+    bool mayLeaveProject();
+    QString folder() const;
+    void showProject();
+    void showTitle();
+    void showScale();
+    void showElement(const QString& elementId);
+    void showMaterials();
+    void preview(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
+    void keep(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
+    QRect elementOnScreen(const QString& elementId) const;
+    QString materialName(const kiv::CAppearanceInstancePtr& material) const;
+    void tellRefusal(const QString& title, const QString& details);
+
+    kiv::CMaterialLibrary& m_library;
+    QString m_language;
+    QString m_samplePath;
+    ProjectDocument m_document;
+    RecentFiles m_recent;
+    TextureCache m_textures;
+    MaterialFill m_fill;
+    ElementList* m_list = nullptr;
+    ElevationView* m_view = nullptr;
+    MaterialPanel* m_panel = nullptr;
+    QLabel* m_scale = nullptr;
+    QMenu* m_recentMenu = nullptr;
+    QAction* m_libraryAction = nullptr;
+    QString m_selected;
+    QString m_previewed;  // element drawn with m_preview instead of what it has
+    kiv::CAppearanceInstancePtr m_preview;
+    QPointer<MaterialSession> m_session;
+};

@@ -1,0 +1,173 @@
+#include "TourInput.h"
+
+#include "TourChecks.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QInputMethodEvent>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <exception>
+
+namespace {
+
+QPoint s_pointer;
+
+/// The window's point below which the widget lies uncovered.
+QPoint reach(QWidget& widget, const QPoint& point)
+{
+    TourChecks::expect(widget.isVisible() && widget.isEnabled(), widget.objectName() + " can be clicked");
+    s_pointer = widget.mapToGlobal(point);
+    QWidget* met = QApplication::widgetAt(s_pointer);
+    TourChecks::expect(met && (met == &widget || widget.isAncestorOf(met)), widget.objectName() + " is not covered");
+    return widget.mapTo(widget.window(), point);
+}
+
+QPoint reachable(QAbstractItemView& view, const QModelIndex& index)
+{
+    view.scrollTo(index);
+    QApplication::processEvents();
+    return view.visualRect(index).intersected(view.viewport()->rect()).center();
+}
+
+/// Answers modal windows from within whatever event loop runs: what opens one does not return before it is closed, and
+/// a wait in here would keep that very loop from going on.
+class ModalAnswers {
+public:
+    explicit ModalAnswers(const std::vector<TourInput::Answer>& answers)
+        : m_answers(answers), m_before(QApplication::activeModalWidget())
+    {
+        QObject::connect(&m_look, &QTimer::timeout, [this] { look(); });
+        m_look.start(20);
+        m_since.start();
+    }
+    bool isDone() const { return m_failure || m_next == m_answers.size(); }
+    void rethrow() const
+    {
+        if (m_failure)
+            std::rethrow_exception(m_failure);
+    }
+
+private:
+    void look()
+    {
+        QWidget* modal = QApplication::activeModalWidget();
+        const bool ready = modal && modal != m_before && modal->isActiveWindow() && modal->windowHandle()->isExposed();
+        if (m_since.elapsed() > TourChecks::LimitMs)
+            attempt([] { throw TourFailure("no further dialog opens, or the last one stays"); });
+        else if (ready && m_next < m_answers.size())
+            attempt([&] { answer(*modal); });
+    }
+    void answer(QWidget& modal)
+    {
+        m_before = &modal;
+        m_answers[m_next](modal);
+        ++m_next;
+        m_since.start();
+    }
+    void attempt(const std::function<void()>& act)
+    {
+        m_look.stop();
+        try {
+            act();
+            m_look.start();
+        } catch (const TourFailure&) {
+            m_failure = std::current_exception();
+            if (QWidget* left = QApplication::activeModalWidget())
+                left->close();
+        }
+    }
+
+    const std::vector<TourInput::Answer>& m_answers;
+    std::size_t m_next = 0;
+    QPointer<QWidget> m_before;
+    QTimer m_look;
+    QElapsedTimer m_since;
+    std::exception_ptr m_failure;
+};
+
+}  // namespace
+
+void TourInput::hover(QWidget& widget, const QPoint& point)
+{
+    const QPoint place = reach(widget, point);
+    QTest::mouseMove(widget.window()->windowHandle(), place);
+}
+
+void TourInput::click(QWidget& widget, const QPoint& point)
+{
+    hover(widget, point);
+    const QPoint place = reach(widget, point);
+    const QPointer<QWindow> window = widget.window()->windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, place);
+    // The press may have closed the window; the button then comes up over whatever lies below.
+    if (window)
+        QTest::mouseRelease(window, Qt::LeftButton, {}, place);
+    else if (QWindow* below = QGuiApplication::topLevelAt(s_pointer))
+        QTest::mouseRelease(below, Qt::LeftButton, {}, below->mapFromGlobal(s_pointer));
+}
+
+void TourInput::click(QWidget& widget)
+{
+    click(widget, widget.rect().center());
+}
+
+void TourInput::doubleClick(QWidget& widget, const QPoint& point)
+{
+    hover(widget, point);
+    QTest::mouseDClick(widget.window()->windowHandle(), Qt::LeftButton, {}, reach(widget, point));
+}
+
+void TourInput::clickItem(QAbstractItemView& view, const QModelIndex& index)
+{
+    click(*view.viewport(), reachable(view, index));
+}
+
+void TourInput::choose(QComboBox& box, int row)
+{
+    click(box);
+    QAbstractItemView& list = *box.view();
+    TourChecks::await([&] { return list.isVisible() && list.window()->windowHandle()->isExposed(); },
+                      "the list of the combo box opens");
+    // A combo box lets go of the list only when the button was up for a moment, lest the opening click chooses.
+    const auto chosen = [&] {
+        if (list.isVisible())
+            clickItem(list, list.model()->index(row, box.modelColumn()));
+        return !list.isVisible();
+    };
+    TourChecks::await(chosen, "the list of the combo box closes");
+}
+
+void TourInput::press(int key, Qt::KeyboardModifiers modifiers)
+{
+    const QPointer<QWindow> window = QGuiApplication::focusWindow();
+    TourChecks::expect(window, "a window has the keyboard");
+    QTest::keyPress(window, Qt::Key(key), modifiers);
+    if (window)
+        QTest::keyRelease(window, Qt::Key(key), modifiers);
+}
+
+void TourInput::type(const QString& text)
+{
+    QObject* focus = QGuiApplication::focusObject();
+    TourChecks::expect(focus, "something takes the text \"" + text + "\"");
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(focus, &event);
+}
+
+void TourInput::answerModals(const std::function<void()>& open, const std::vector<Answer>& answers)
+{
+    ModalAnswers modals(answers);
+    open();
+    TourChecks::await([&] { return modals.isDone(); }, "the dialogs open and are answered");
+    modals.rethrow();
+}
+
+QPoint TourInput::pointer()
+{
+    return s_pointer;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QPoint>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+/// The mouse and the keyboard of a tour. Events go to the windows of the platform, so that modal dialogs, pop-ups and
+/// shortcuts take them as they take a person's; a click on something that is covered or disabled is a failure.
+namespace TourInput {
+
+void hover(QWidget& widget, const QPoint& point);
+void click(QWidget& widget, const QPoint& point);
+void click(QWidget& widget);
+void doubleClick(QWidget& widget, const QPoint& point);
+void clickItem(QAbstractItemView& view, const QModelIndex& index);
+/// Opens the combo box and clicks the entry.
+void choose(QComboBox& box, int row);
+
+/// Presses the key in the window that has the keyboard.
+void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Enters the text into the widget that has the keyboard, as an input method does.
+void type(const QString& text);
+
+using Answer = std::function<void(QWidget& modalWindow)>;
+/// Does something that opens a modal window and returns only when that is closed, and perhaps another one after it.
+/// Each answer is called with its window once that is in front, and has to close it; it must not wait for what comes
+/// afterwards.
+void answerModals(const std::function<void()>& open, const std::vector<Answer>& answers);
+
+/// Where the mouse is, on the screen.
+QPoint pointer();
+
+}  // namespace TourInput
