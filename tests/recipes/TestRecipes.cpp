@@ -6,6 +6,9 @@
 
 #include <QDir>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtConcurrent>
 
@@ -15,9 +18,14 @@ namespace {
 
 constexpr int Side = 96;
 
+QString dataFolder()
+{
+    return QStringLiteral(MATERIAL_TESTS_DIR "/../data/textures");
+}
+
 QFileInfoList recipes()
 {
-    return QDir(QStringLiteral(MATERIAL_TESTS_DIR "/../data/textures/recipes")).entryInfoList({"*.json"}, QDir::Files);
+    return QDir(dataFolder() + "/recipes").entryInfoList({"*.json"}, QDir::Files);
 }
 
 QByteArray contents(const QString& path)
@@ -108,6 +116,22 @@ private slots:
                 const int broken = linesBrokenBySeam(image, rows);
                 QVERIFY2(broken <= Side / 8, qPrintable(QStringLiteral("%1: %2").arg(name).arg(broken)));
             }
+        }
+    }
+
+    /// The library takes its real-world sizes from that list.
+    void readMeTellsTheSizes()
+    {
+        const QString list = QString::fromUtf8(contents(dataFolder() + "/README.md"));
+        for (const QFileInfo& file : recipes()) {
+            const QJsonObject recipe = QJsonDocument::fromJson(contents(file.filePath())).object();
+            const QJsonArray size = recipe["size"].toArray();
+            const QString line = QStringLiteral("| %1 | %2 x %3 | %4 |")
+                                     .arg(file.completeBaseName())
+                                     .arg(size[0].toDouble())
+                                     .arg(size[1].toDouble())
+                                     .arg(recipe.contains("normals") ? "yes" : "");
+            QVERIFY2(list.contains(line), qPrintable(line));
         }
     }
 

@@ -31,7 +31,7 @@ public:
 private:
     Sample wired(float u, float v) const
     {
-        const float bend = 0.06f * Noise::perlin(u, v, m_count, m_count, m_seed + 1);
+        const float bend = 0.02f * Noise::perlin(u, v, m_count, m_count, m_seed + 1);
         const float dx = std::abs(fraction(u * float(m_count) + bend) - 0.5f),
                     dy = std::abs(fraction(v * float(m_count) - bend) - 0.5f);
         const float wire = std::max(smooth(0.022f, 0.010f, dx), smooth(0.022f, 0.010f, dy));

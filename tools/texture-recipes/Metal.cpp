@@ -41,8 +41,8 @@ private:
     /// Blotches within blotches, and what the rain washed down.
     Sample rust(float u, float v) const
     {
-        const float bu = u + 0.06f * Noise::fbm(u, v, 5, 5, 4, m_seed + 1);
-        const float bv = v + 0.06f * Noise::fbm(u, v, 5, 5, 4, m_seed + 6);
+        const float bu = u + 0.035f * Noise::fbm(u, v, 5, 5, 4, m_seed + 1);
+        const float bv = v + 0.035f * Noise::fbm(u, v, 5, 5, 4, m_seed + 6);
         const float blotch = Noise::fbm(bu, bv, 4, 3, 6, m_seed + 2);
         const float mottle = Noise::fbm(bu, bv, 24, 22, 4, m_seed + 7);
         const float runs = Noise::fbm(bu, v, 30, 2, 3, m_seed + 3);

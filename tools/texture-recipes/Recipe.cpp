@@ -37,12 +37,14 @@ void save(const QImage& image, const QString& path)
         throw RecipeError("cannot be written to " + path.toStdString());
 }
 
-/// 0 for a texture without relief.
+/// 0 for a texture without relief, which has no such key: the build knows from it whether to expect a normal map.
 float normalStrength(const QJsonValue& value)
 {
-    const double strength = value.toDouble(value.isUndefined() ? 0 : -1);
-    if (strength < 0 || strength > 10)
-        throw RecipeError("\"normals\" is no number from 0 to 10");
+    if (value.isUndefined())
+        return 0;
+    const double strength = value.toDouble();
+    if (strength <= 0 || strength > 10)
+        throw RecipeError("\"normals\" is no number above 0 and up to 10");
     return float(strength);
 }
 

@@ -4,7 +4,7 @@
 
 /// One texture, as a recipe file describes it:
 ///   {"family": "masonry", "size": [0.9, 0.9], "normals": 1.0, "parameters": {...}}
-/// "size" is what one repeat covers in metres; "normals" the strength of the normal map, 0 or absent for none.
+/// "size" is what one repeat covers in metres; "normals" the strength of the normal map, absent for none.
 struct RecipeResult {
     QString problem;  ///< empty when the pictures were written
 };

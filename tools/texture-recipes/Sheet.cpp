@@ -50,7 +50,8 @@ private:
     Sample corrugated(float u, float v) const
     {
         const float phase = 2 * Pi * u * float(m_columns);
-        const float light = 1 + 0.20f * std::cos(phase - 0.9f) - 0.10f * (1 - std::cos(phase)) / 2;
+        const float glint = smooth(0.86f, 1, std::cos(phase - 0.7f));
+        const float light = 0.97f + 0.20f * std::cos(phase - 0.9f) + 0.10f * glint;
         const float streak = 1 - m_wear * 0.3f * clamp01(Noise::fbm(u, v, 40, 2, 3, m_seed + 5));
         return {face(u, v, 0) * (light * streak), m_depth * 0.5f * (1 - std::cos(phase))};
     }

@@ -101,8 +101,8 @@ private:
                                                   m_scale * 60, m_seed + 4);
         const float grain = Noise::fbm(u, v, 170, 170, 2, m_seed + 5);
         const float iron = smooth(0.25f, 0.7f, Noise::fbm(u, bent, 2, m_scale * 6, 4, m_seed + 6));
-        const float t = clamp01(0.45f + m_contrast * (0.55f * beds + 0.28f * leaves));
-        const Rgb sand = mix(mix(m_colors[0], m_colors[1], t), m_colors.back(), 0.45f * iron);
+        const float t = clamp01(0.45f + m_contrast * (0.50f * beds + 0.42f * leaves));
+        const Rgb sand = mix(mix(m_colors[0], m_colors[1], t), m_colors.back(), 0.30f * iron);
         return {sand * (1 + 0.16f * grain), 0.8f * leaves + 1.1f * grain};
     }
 

@@ -49,7 +49,7 @@ private:
         const float round = std::sqrt(std::max(0.0f, 1 - across * across * 3.4f));
         const float fibre = Noise::perlin(u, v, warpOver ? 230 : 50, warpOver ? 50 : 230, m_seed + 4);
         const Rgb color = yarn(warpOver ? column : row + 1000, warpOver ? 1 : 3);
-        return {color * ((0.42f + 0.58f * body) * (0.70f + 0.18f * arch + 0.16f * round) * (1 + 0.09f * fibre)),
+        return {color * ((0.52f + 0.48f * body) * (0.70f + 0.18f * arch + 0.16f * round) * (1 + 0.09f * fibre)),
                 m_depth * (0.5f * arch + 0.5f * round) * body + 0.4f * fibre};
     }
 

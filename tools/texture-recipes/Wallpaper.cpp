@@ -77,7 +77,8 @@ private:
                                               m_count * 6, 1, m_seed + 3);
         const bool there = Noise::random(int(chip.id & 0xffffff), 1, m_seed) < 0.5f;
         const float bump = there ? smooth(0.40f, 0.06f, chip.nearest) : 0;
-        const float light = (there ? 0.16f * bump * (chip.dy < 0 ? 0.5f : -0.6f) : 0) + 0.05f * paper;
+        const float slope = std::max(-1.0f, std::min(1.0f, -(chip.dy + 0.4f * chip.dx) * 4));
+        const float light = 0.11f * bump * slope + 0.05f * paper;
         return {mix(m_colors[0], m_colors[1], 0.35f * (1 - bump)) * (1 + light), m_depth * bump + 0.4f * paper};
     }
 
