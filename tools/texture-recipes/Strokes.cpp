@@ -26,7 +26,8 @@ public:
           m_rowShare(p.number("rowShare", 1, 0.02f, 1)), m_depth(p.number("depth", 8, 0, 60)),
           m_shade(p.number("shade", 0.55f, 0, 1)), m_flowers(p.whole("flowers", 0, 0, 2000)),
           m_flowerColors(p.colors("flowerColors", {"#e8d94a", "#f3f1ea", "#b65fa8"})),
-          m_rough(p.number("rough", 0.5f, 0, 2)), m_patches(p.number("patches", 0.1f, 0, 1))
+          m_rough(p.number("rough", 0.5f, 0, 2)), m_patches(p.number("patches", 0.1f, 0, 1)),
+          m_fibres(p.whole("fibres", 0, 0, 8))
     {
     }
 
@@ -87,10 +88,7 @@ private:
         const float row = std::floor(random(i, 7) * float(m_rows));
         const float y = (row + 0.5f + (random(i, 2) - 0.5f) * m_rowShare) / float(m_rows);
         const double angle = double(m_angle + m_spread * 2 * (random(i, 6) - 0.5f));
-        const float pick = random(i, 8) * float(m_colors.size());
-        const float patch = 1 + m_patches * Noise::fbm(x, y, 4, 4, 3, m_seed + 3);
-        const float light = (1 - m_shade * (1 - rank)) * (0.88f + 0.24f * random(i, 9)) * patch;
-        color.setBrush(toQColor(m_colors[std::min(size_t(pick), m_colors.size() - 1)] * light));
+        color.setBrush(toQColor(toneOf(i, rank, x, y)));
         const int level = int(40 + 215 * rank);
         height.setBrush(QColor(level, level, level));
         const QPainterPath path = blade(i, size);
@@ -98,7 +96,29 @@ private:
             around(*painter, QPointF(double(x) * size, double(y) * size), size, double(m_length) * size, [&] {
                 painter->rotate(angle);
                 painter->drawPath(path);
+                if (painter == &color)
+                    drawFibres(i, size, path.boundingRect(), color);
             });
+    }
+
+    /// What lies deeper is darker.
+    Rgb toneOf(int i, float rank, float x, float y) const
+    {
+        const float pick = random(i, 8) * float(m_colors.size());
+        const float patch = 1 + m_patches * Noise::fbm(x, y, 4, 4, 3, m_seed + 3);
+        const float light = (1 - m_shade * (1 - rank)) * (0.88f + 0.24f * random(i, 9)) * patch;
+        return m_colors[std::min(size_t(pick), m_colors.size() - 1)] * light;
+    }
+
+    void drawFibres(int i, int size, const QRectF& box, QPainter& color) const
+    {
+        for (int line = 0; line < m_fibres; ++line) {
+            color.setBrush(random(i, 30 + line) < 0.6f ? QColor(50, 25, 0, 40) : QColor(255, 240, 210, 40));
+            const double y = box.top() + box.height() * double(random(i, 40 + line));
+            const double left = box.left() + box.width() * 0.4 * double(random(i, 50 + line));
+            color.drawRect(
+                QRectF(left, y, (box.right() - left) * double(0.5f + 0.5f * random(i, 60 + line)), 0.0022 * size));
+        }
     }
 
     void flower(int i, int size, QPainter& color) const
@@ -160,6 +180,7 @@ private:
     int m_flowers;
     std::vector<Rgb> m_flowerColors;
     float m_rough, m_patches;
+    int m_fibres;
 };
 
 }  // namespace
