@@ -1,5 +1,6 @@
 #include "AppearanceLibraryBrowserCtrlPrivate.h"
 
+#include "BrowserLook.h"
 #include "ImageDelegate.h"
 #include "ItemRoles.h"
 
@@ -11,52 +12,6 @@
 #include <QListView>
 #include <QScrollBar>
 #include <QTimer>
-
-namespace {
-
-constexpr int PictureWidth = 64;
-
-const char* const controlStyle = R"(QTreeWidget{color:black;font: 9pt "simsun";} QTreeWidget::item{height:20px})";
-
-// A selection colour instead of a rule for selected items: the branches in front of an item take it too.
-const char* const treeStyle = R"(
-QTreeWidget { background: white; outline: 0; selection-background-color: #cfe3fa; selection-color: black; }
-QTreeWidget::item:hover:!selected { background: #eef4fc; }
-)";
-
-const char* const tableStyle = R"(
-QTableWidget { background: white; color: black; outline: 0; font-size: 9pt; }
-QTableWidget::item { border: 0; padding-left: 8px; }
-QTableWidget::item:hover { background: #eef4fc; }
-QTableWidget::item:selected { background: #cfe3fa; color: black; }
-)";
-
-const char* const headerStyle = R"(
-QHeaderView { background: #f4f6f8; font-size: 9pt; }
-QHeaderView::section {
-    background: #f4f6f8; color: #404850; border: 0; border-bottom: 1px solid #d9dee4; padding: 3px 6px;
-}
-)";
-
-/// What a library is called in the tree, and what the names of its browser's widgets begin with.
-struct LibraryLook {
-    QString text;
-    QString prefix;
-};
-
-LibraryLook lookOf(const kiv::String& name, const kiv::CAppearanceLibraryManager& manager)
-{
-    using Browser = CAppearanceLibraryBrowserCtrl;
-    if (name == SYSTEM_LIBRARY_NAME)
-        return {Browser::tr("System Library"), "SL"};
-    if (name == FAVORITE_LIBRARY_NAME)
-        return {Browser::tr("Favorite Library"), "FL"};
-    if (name == CUSTOMER_LIBRARY_NAME)
-        return {Browser::tr("All Material"), "CL"};
-    return {QString::fromLocal8Bit(manager.LocalizeAppearanceString(name).c_str()), QString()};
-}
-
-}  // namespace
 
 CAppearanceLibraryBrowserCtrl::Private::Private(CAppearanceLibraryBrowserCtrl& owner,
                                                 kiv::CAppearanceLibraryManager& libraryManager,
@@ -70,11 +25,11 @@ CAppearanceLibraryBrowserCtrl::Private::Private(CAppearanceLibraryBrowserCtrl& o
 
 void CAppearanceLibraryBrowserCtrl::Private::initViews()
 {
-    q.setStyleSheet(controlStyle);
-    ui.treeWidget->setStyleSheet(treeStyle);
-    ui.tableWidget->setStyleSheet(tableStyle);
-    ui.tableWidget->horizontalHeader()->setStyleSheet(headerStyle);
-    ui.tableWidget->setColumnWidth(PictureColumn, PictureWidth);
+    q.setStyleSheet(BrowserLook::ControlStyle);
+    ui.treeWidget->setStyleSheet(BrowserLook::TreeStyle);
+    ui.tableWidget->setStyleSheet(BrowserLook::TableStyle);
+    ui.tableWidget->horizontalHeader()->setStyleSheet(BrowserLook::HeaderStyle);
+    ui.tableWidget->setColumnWidth(PictureColumn, BrowserLook::PictureWidth);
     ui.tableWidget->horizontalHeader()->setHighlightSections(false);
     ui.tableWidget->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     ui.tableWidget->setItemDelegateForColumn(PictureColumn, &ImageDelegate::Shared());
@@ -146,7 +101,7 @@ CLibraryTreeItem* CAppearanceLibraryBrowserCtrl::Private::addLibrary(const kiv::
                                                                      int treeIndex)
 {
     tree->initTreeIcon();
-    const LibraryLook look = lookOf(shown->GetName(), manager);
+    const BrowserLook::CLibraryLook look = BrowserLook::LookOf(shown->GetName(), manager);
     nameWidgets(look.prefix);
     selectComboEntry(QString::fromLocal8Bit(shown->GetName().c_str()));
     if (provider && !tree->HasProviderNodes())
@@ -248,14 +203,12 @@ QTreeWidgetItem* CAppearanceLibraryBrowserCtrl::Private::removeEmptyCategories(Q
 
 void CAppearanceLibraryBrowserCtrl::Private::expandTreeWidget(int treeIndex)
 {
-    {
-        const Silence silence(*this);
-        tree->expandTreeWidget(treeIndex, *provider);
-    }
-    if (QTreeWidgetItem* first = ui.treeWidget->topLevelItem(0)) {
-        ui.treeWidget->setCurrentItem(first);
+    const Silence silence(*this);
+    tree->expandTreeWidget(treeIndex, *provider);
+    QTreeWidgetItem* first = ui.treeWidget->topLevelItem(0);
+    ui.treeWidget->setCurrentItem(first);
+    if (first)
         show(*first);
-    }
 }
 
 CLibraryTreeItem* CAppearanceLibraryBrowserCtrl::Private::libraryItem() const
@@ -485,19 +438,28 @@ bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, 
 
 bool CAppearanceLibraryBrowserCtrl::Private::keyEvent(QAbstractItemView& view, int key)
 {
-    if (key == Qt::Key_F3)
+    switch (key) {
+    case Qt::Key_F3:
         search(ui.treeWidget->currentItem());
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
-        return key == Qt::Key_F3;
-    QTreeWidgetItem* item = ui.treeWidget->currentItem();
-    if (&view == ui.tableWidget || !item || item->type() == AppearanceItem) {
-        announce(&view == ui.tableWidget ? table->IdOf(ui.tableWidget->currentRow())
-                 : item                  ? item->data(0, IdRole).toString()
-                                         : QString());
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return returnPressed(view);
+    default:
         return false;
     }
-    item->setExpanded(!item->isExpanded());
-    return true;
+}
+
+// A dialog may take the key too, to accept what is selected, but not the one that opens a category.
+bool CAppearanceLibraryBrowserCtrl::Private::returnPressed(const QAbstractItemView& view)
+{
+    QTreeWidgetItem* item = &view == ui.treeWidget ? ui.treeWidget->currentItem() : nullptr;
+    if (item && item->type() != AppearanceItem) {
+        item->setExpanded(!item->isExpanded());
+        return true;
+    }
+    announce(item ? item->data(0, IdRole).toString() : table->IdOf(ui.tableWidget->currentRow()));
+    return false;
 }
 
 void CAppearanceLibraryBrowserCtrl::Private::contextMenuByKey(QAbstractItemView& view)

@@ -76,6 +76,7 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     // ---- events of the two views; true when they are done with
     bool viewEvent(QAbstractItemView& view, QEvent& event);
     bool keyEvent(QAbstractItemView& view, int key);
+    bool returnPressed(const QAbstractItemView& view);
     void contextMenuByKey(QAbstractItemView& view);
 
     CAppearanceLibraryBrowserCtrl& q;
