@@ -60,13 +60,15 @@ bool holdsNothing(const CPropertyValue& value)
 
 /// One appearance while its object is walked.
 struct CAppearanceDocumentReader::Level {
+    Level(int depth_, std::vector<CPropertyValue>& buffer) : depth(depth_), own(buffer) { own.clear(); }
+
     CAppearanceInstancePtr target = std::make_shared<CAppearanceInstance>();
     const CPropertySet* declared = nullptr;  ///< with the defaults
     CAppearanceTemplatePtr declaring;        ///< keeps `declared`
-    int depth = 1;
+    int depth;
     bool isTexture = false;
     boost::container::small_vector<bool, 64> seen;          ///< by slot
-    std::vector<CPropertyValue> own;                        ///< the values that differ from their defaults
+    std::vector<CPropertyValue>& own;                       ///< the values that differ from their defaults
     boost::container::small_vector<std::size_t, 64> slots;  ///< of `own`
     std::vector<std::pair<String, CPropertyValue>> extras;
 };
@@ -85,8 +87,11 @@ CAppearanceInstancePtr CAppearanceDocumentReader::Read(element document, CParseE
 CAppearanceInstancePtr CAppearanceDocumentReader::readAppearance(const object& fields,
                                                                  const CAppearanceInstance* prototype, int depth)
 {
-    Level level;
-    level.depth = depth;
+    if (depth > MaxJsonDepth) {
+        Refuse(*m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels");
+        return {};
+    }
+    Level level(depth, m_buffers[std::size_t(depth - 1)]);
     const bool isRead = declare(templateName(fields), prototype, level) && readFields(fields, level);
     if (!isRead)
         return {};
@@ -98,8 +103,6 @@ CAppearanceInstancePtr CAppearanceDocumentReader::readAppearance(const object& f
 bool CAppearanceDocumentReader::declare(std::string_view utf8Name, const CAppearanceInstance* prototype, Level& level)
 {
     static const CPropertySet nothing;
-    if (level.depth > MaxJsonDepth)
-        return Refuse(*m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels");
     if (utf8Name.empty())
         return refuseAt("template", "the template's name is missing or no text");
     const String name = NarrowFromUtf8(utf8Name);
@@ -112,7 +115,6 @@ bool CAppearanceDocumentReader::declare(std::string_view utf8Name, const CAppear
     else
         level.target->m_template = prototype->GetTemplate();
     level.seen.resize(level.declared->size());
-    level.own.reserve(level.declared->size());
     return true;
 }
 
@@ -206,8 +208,8 @@ void CAppearanceDocumentReader::takeValues(Level& level)
     CAppearanceInstance& target = *level.target;
     target.m_keys = level.declared->m_keys;
     target.m_values.resize(level.declared->size());
-    level.own.shrink_to_fit();
-    const auto block = std::make_shared<std::vector<CPropertyValue>>(std::move(level.own));
+    const auto block = std::make_shared<std::vector<CPropertyValue>>(std::make_move_iterator(level.own.begin()),
+                                                                     std::make_move_iterator(level.own.end()));
     for (std::size_t i = 0; i < block->size(); ++i)
         target.m_values[level.slots[i]] = CPropertyValuePtr(block, &(*block)[i]);
     for (std::size_t slot = 0; slot < target.m_values.size(); ++slot) {

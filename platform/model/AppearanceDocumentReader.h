@@ -1,9 +1,13 @@
 #pragma once
 
+#include "JsonValue.h"
+
 #include <kiv/AppearanceInstance.h>
 #include <kiv/ParseError.h>
 
 #include <simdjson.h>
+
+#include <array>
 
 namespace kiv {
 
@@ -38,6 +42,7 @@ private:
     const CAppearanceLibraryManager& m_manager;
     CParseError* m_error = nullptr;
     std::shared_ptr<CPropertySet::Keys> m_lastKeys;
+    std::array<std::vector<CPropertyValue>, MaxJsonDepth> m_buffers;  ///< of the levels being read
 };
 
 }  // namespace kiv
