@@ -44,14 +44,13 @@ bool CAppearanceEntry::IsBelow(const QString& path) const
 
 QString CAppearanceEntry::ToolTip() const
 {
-    using Browser = CAppearanceLibraryBrowserCtrl;
     const QString type = toText(m_manager->LocalizeAppearanceString(m_appearance->GetTemplateName()));
     const QString tags = toText(m_appearance->GetTags());
     QString tip = "<b>" + m_name.toHtmlEscaped() + "</b>";
     if (!type.isEmpty())
-        tip += "<br>" + Browser::tr("Type: %1").arg(type.toHtmlEscaped());
+        tip += "<br>" + CAppearanceLibraryBrowserCtrl::tr("Type: %1").arg(type.toHtmlEscaped());
     if (!tags.isEmpty())
-        tip += "<br>" + Browser::tr("Tags: %1").arg(shortened(tags).toHtmlEscaped());
+        tip += "<br>" + CAppearanceLibraryBrowserCtrl::tr("Tags: %1").arg(shortened(tags).toHtmlEscaped());
     return tip;
 }
 

@@ -62,8 +62,8 @@ void CAppearanceLibraryBrowserCtrl::Private::connectViews()
 
 void CAppearanceLibraryBrowserCtrl::Private::initButtons()
 {
-    ui.collectButton->setText(tr("收藏"));
-    ui.synchronizeButton->setText(tr("同步"));
+    ui.collectButton->setText(CAppearanceLibraryBrowserCtrl::tr("收藏"));
+    ui.synchronizeButton->setText(CAppearanceLibraryBrowserCtrl::tr("同步"));
     q.ShowCollectAndSynchBtn(isCloudEnabled);
     QObject::connect(ui.collectButton, SIGNAL(clicked()), &q, SLOT(OnCollectBtnClick()));
     QObject::connect(ui.synchronizeButton, SIGNAL(clicked()), &q, SLOT(OnSynchronizedBtnClick()));
@@ -73,8 +73,10 @@ void CAppearanceLibraryBrowserCtrl::Private::initComboBox()
 {
     const QSignalBlocker blocker(ui.comboBox);
     if (!provider) {
-        ui.comboBox->addItem(tr("公共材质"), QString::fromStdString(SYSTEM_LIBRARY_NAME));
-        ui.comboBox->addItem(tr("我的材质"), QString::fromStdString(FAVORITE_LIBRARY_NAME));
+        ui.comboBox->addItem(CAppearanceLibraryBrowserCtrl::tr("公共材质"),
+                             QString::fromStdString(SYSTEM_LIBRARY_NAME));
+        ui.comboBox->addItem(CAppearanceLibraryBrowserCtrl::tr("我的材质"),
+                             QString::fromStdString(FAVORITE_LIBRARY_NAME));
         return;
     }
     for (const AppearanceLibraryProvider::Level& level : provider->GetLevels())

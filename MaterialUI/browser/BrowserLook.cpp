@@ -29,12 +29,11 @@ QHeaderView::section {
 
 BrowserLook::CLibraryLook BrowserLook::LookOf(const kiv::String& name, const kiv::CAppearanceLibraryManager& manager)
 {
-    using Browser = CAppearanceLibraryBrowserCtrl;
     if (name == SYSTEM_LIBRARY_NAME)
-        return {Browser::tr("System Library"), "SL"};
+        return {CAppearanceLibraryBrowserCtrl::tr("System Library"), "SL"};
     if (name == FAVORITE_LIBRARY_NAME)
-        return {Browser::tr("Favorite Library"), "FL"};
+        return {CAppearanceLibraryBrowserCtrl::tr("Favorite Library"), "FL"};
     if (name == CUSTOMER_LIBRARY_NAME)
-        return {Browser::tr("All Material"), "CL"};
+        return {CAppearanceLibraryBrowserCtrl::tr("All Material"), "CL"};
     return {QString::fromLocal8Bit(manager.LocalizeAppearanceString(name).c_str()), QString()};
 }
