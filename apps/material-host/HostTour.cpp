@@ -173,6 +173,7 @@ void HostTour::search(const QString& keyword)
     TourInput::click(*dialog().findChild<QLineEdit*>("LineSearch"));
     TourInput::press(Qt::Key_A, Qt::ControlModifier);
     TourInput::type(keyword);
+    TourInput::press(Qt::Key_Return);
     const CAppearanceInstancePtr found = browser("SystemLibrary").GetCurrentApperance();
     expect(bool(found), "something is found");
     const kiv::String name = m_library.GetMaterialManager()->LocalizeAppearanceString(found->GetName());

@@ -25,6 +25,7 @@ MaterialPanel::MaterialPanel(const kiv::CAppearanceLibraryManager& manager, cons
     : QWidget(parent), m_manager(manager), m_fill(fill), m_element(makeTitle(this)), m_swatch(new QLabel(this)),
       m_button(new QPushButton(tr("&Materials..."), this))
 {
+    setMinimumWidth(sizeHint().width());  // and not as wide as some material's tags would have it
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);

@@ -7,6 +7,17 @@
 namespace {
 
 constexpr int SettledMs = 250;  // without any change
+constexpr int NudgeMs = 3000;
+
+/// When one modal window follows another at once, Qt hands the keyboard that comes back to the main window on to a
+/// window that is gone by then, and does not notice that the window manager let the main window keep it. Giving it away
+/// and taking it back tells Qt.
+void passFocusAround()
+{
+    QWidget other;
+    other.show();
+    (void)QTest::qWaitForWindowActive(&other);
+}
 
 }  // namespace
 
@@ -25,9 +36,17 @@ void TourChecks::await(const std::function<bool()>& condition, const QString& wh
 void TourChecks::awaitActive(const QWidget& widget)
 {
     const QWidget* window = widget.window();
-    const auto active = [window] {
+    QElapsedTimer waited;
+    waited.start();
+    const auto active = [&] {
         const QWindow* handle = window->windowHandle();
-        return window->isActiveWindow() && handle && handle->isExposed();
+        if (window->isActiveWindow() && handle && handle->isExposed())
+            return true;
+        if (waited.elapsed() > NudgeMs) {
+            passFocusAround();
+            waited.start();
+        }
+        return false;
     };
     await(active, "the window \"" + window->windowTitle() + "\" is in front");
 }

@@ -316,4 +316,67 @@ Please verify the correct directory name was given.</source>
         <translation>全选</translation>
     </message>
 </context>
+<context>
+    <name>QJsonParseError</name>
+    <message>
+        <source>no error occurred</source>
+        <translation>没有错误</translation>
+    </message>
+    <message>
+        <source>unterminated object</source>
+        <translation>对象没有结束</translation>
+    </message>
+    <message>
+        <source>missing name separator</source>
+        <translation>缺少冒号</translation>
+    </message>
+    <message>
+        <source>unterminated array</source>
+        <translation>数组没有结束</translation>
+    </message>
+    <message>
+        <source>missing value separator</source>
+        <translation>缺少逗号</translation>
+    </message>
+    <message>
+        <source>illegal value</source>
+        <translation>非法的值</translation>
+    </message>
+    <message>
+        <source>invalid termination by number</source>
+        <translation>数字后意外结束</translation>
+    </message>
+    <message>
+        <source>illegal number</source>
+        <translation>非法的数字</translation>
+    </message>
+    <message>
+        <source>invalid escape sequence</source>
+        <translation>无效的转义</translation>
+    </message>
+    <message>
+        <source>invalid UTF8 string</source>
+        <translation>无效的 UTF-8 文本</translation>
+    </message>
+    <message>
+        <source>unterminated string</source>
+        <translation>文本没有结束</translation>
+    </message>
+    <message>
+        <source>object is missing after a comma</source>
+        <translation>逗号后缺少对象</translation>
+    </message>
+    <message>
+        <source>too deeply nested document</source>
+        <translation>嵌套过深</translation>
+    </message>
+    <message>
+        <source>too large document</source>
+        <translation>文档过大</translation>
+    </message>
+    <message>
+        <source>garbage at the end of the document</source>
+        <translation>末尾有多余内容</translation>
+    </message>
+</context>
 </TS>
