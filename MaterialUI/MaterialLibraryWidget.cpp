@@ -160,7 +160,8 @@ void CMaterialLibraryWidget::Private::setUpWindow(QDialog& dialog) const
 // The library of favourites starts empty and is filled once the dialog is on the screen.
 void CMaterialLibraryWidget::Private::setUpFavorites() const
 {
-    manager.SetFavoriteLibraryTexturePath(manager.GetFavoriteLibraryPath() + L"\\Favorite Texture");
+    const std::wstring& favorites = manager.GetFavoriteLibraryPath();
+    manager.SetFavoriteLibraryTexturePath(favorites.empty() ? favorites : favorites + L"\\Favorite Texture");
     removeFolder(cloudFolder(manager));
     manager.DeleteUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
     addFavoriteLibrary(manager);
@@ -195,7 +196,7 @@ void CMaterialLibraryWidget::Private::connectSignals(QDialog& dialog) const
     connect(form.applyButton, SIGNAL(pressed()), &dialog, SLOT(OnApply()));
 }
 
-// With the cloud enabled the first row is the pinned entry of the cloud.
+// With the cloud enabled hosts expect the second row to come up first.
 kiv::CAppearanceInstancePtr CMaterialLibraryWidget::Private::firstAppearance() const
 {
     if (form.systemBrowser->GetTableWidget()->rowCount() <= 1)
@@ -298,13 +299,15 @@ kiv::CAppearanceInstancePtr CMaterialLibraryWidget::Private::appearanceAt(const 
 void CMaterialLibraryWidget::OnSearchValueChanged(const QString& text)
 {
     m->form.projectBrowser->onSearchKeyWord(text);
-    if (!text.isEmpty() && !m->isFound(m->form.projectBrowser->GetCurrentApperance(), text))
-        m->form.systemBrowser->onSearchKeyWord(text);
 }
 
 void CMaterialLibraryWidget::OnSearchValueChangedSlot()
 {
-    OnSearchValueChanged(m->form.searchLine->text());
+    const QString text = m->form.searchLine->text();
+    OnSearchValueChanged(text);
+    // Only on Return: whatever is selected below is applied at once, which no half-typed word should do.
+    if (!text.isEmpty() && !m->isFound(m->form.projectBrowser->GetCurrentApperance(), text))
+        m->form.systemBrowser->onSearchKeyWord(text);
 }
 
 // A search that matches anything ends on a match; so the selection tells whether there is one.

@@ -22,7 +22,8 @@ class CAppearanceLibraryBrowserCtrl;
 /// What changes a library (copy, delete, remove, type change, favourites) is not built yet: the browsers' context menus
 /// stay closed and the buttons of the cloud are disabled, so that nothing looks as if it worked.
 ///
-/// The search line (Ctrl+F) looks in the project's library and, where that has no match, in the library below.
+/// The search line (Ctrl+F) looks in the project's library as one types; Return also
+/// looks in the library below when the project's has no match.
 /// A double click applies once more and leaves the dialog open.
 class MATERIALUI_EXPORT CMaterialLibraryWidget : public QDialog {
     Q_OBJECT

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// The shared vocabulary: appearance type names, property keys and library names. The values are stored in documents and
-/// cross the network, so they never change. Each translation unit gets its own copy, as hosts expect.
+/// The shared vocabulary: appearance type names, property keys and library names. The values are stored in documents
+/// and cross the network, so they never change. Each translation unit gets its own copy, as hosts expect.
 
 // ---- appearance types: names of templates
 const std::string APPEARANCE_TYPE_BRICK = "Brick";

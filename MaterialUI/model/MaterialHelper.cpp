@@ -50,7 +50,7 @@ QImage loadPicture(const QString& path)
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     const QSize size = reader.size();
-    if (qint64(size.width()) * size.height() > CTextureManager::MaxPixels)
+    if (!size.isValid() || qint64(size.width()) * size.height() > CTextureManager::MaxPixels)
         return {};
     return reader.read();
 }

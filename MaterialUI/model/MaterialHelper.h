@@ -33,16 +33,17 @@ public:
     /// Whether the file can be a texture: exactly when GetPictureRealType knows it.
     static bool CheckTextureFileValidity(const QString& path);
 
-    /// A copy of the picture with both sides snapped by GetPictureScaledSize (aspect ratio not kept, nearest pixel), in a
-    /// temporary file of the picture's own format that the caller owns. Its name; empty when it cannot be read or saved.
+    /// A copy of the picture with both sides snapped by GetPictureScaledSize (aspect ratio not kept, nearest pixel), in
+    /// a temporary file of the picture's own format that the caller owns. Its name; empty when it cannot be read or
+    /// saved.
     static QString ScaledPicture(const QString& path);
 
     /// Snaps a picture side to a power of two, downwards, from 4 to 512. Kept with its odd ends, on which stored
     /// pictures rely: 1 to 3 give 128, negative sizes 4. A size of 0 must not be passed.
     static int GetPictureScaledSize(int size);
 
-    /// A thumbnail that fits 128 x 128 (aspect ratio kept, nearest pixel) where the viewing library decodes the file; else
-    /// the picture as QPixmap reads it, unscaled. Null for an empty path and for what is no picture.
+    /// A thumbnail that fits 128 x 128 (aspect ratio kept, nearest pixel) where the viewing library decodes the file;
+    /// else the picture as QPixmap reads it, unscaled. Null for an empty path and for what is no picture.
     static QPixmap GetTextureIcon(const QString& path);
 
     /// Whether all texture files are on this machine: under the texture library path, or at the stored path itself.

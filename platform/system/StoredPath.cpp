@@ -227,6 +227,9 @@ bool CopyWholeFile(const QString& from, const QString& to, long long maxBytes, Q
     long long size = 0;
     if (!openRegularFile(source, maxBytes, reason, size))
         return false;
+    // A file that is held open cannot be renamed over everywhere, and is already what it should become.
+    if (QFileInfo(from) == QFileInfo(to))
+        return true;
     QSaveFile target(to);
     return openForSaving(target, reason) && copyBytes(source, size, target, reason) && commit(target, reason);
 }

@@ -145,16 +145,21 @@ void TestDialog::selectsWhatTheHostNames()
 void TestDialog::searches()
 {
     TestedDialog dialog(*m_fixture, false);
-    const auto search = [&](const char* text) {
-        dialog.findChild<QLineEdit*>("LineSearch")->setText(text);
+    auto* line = dialog.findChild<QLineEdit*>("LineSearch");
+    const auto search = [&](const char* text, bool enter) {
+        line->setText(text);
+        if (enter)
+            QTest::keyClick(line, Qt::Key_Return);
         return dialog.shownName();
     };
-    QCOMPARE(search("P1"), QString("p1"));
-    QCOMPARE(search("no such thing"), QString("p1"));
-    QCOMPARE(search("s2"), QString("s2"));
+    QCOMPARE(search("P1", false), QString("p1"));
+    QCOMPARE(search("no such thing", true), QString("p1"));
+    // Typing stays in the project's library; only Return goes on to the one below.
+    QCOMPARE(search("s2", false), QString("p1"));
+    QCOMPARE(search("s2", true), QString("s2"));
     // Found in both: the project's library comes first.
-    QCOMPARE(search("tag of"), QString("p0"));
-    QCOMPARE(search("tag of s1"), QString("s1"));
+    QCOMPARE(search("tag of", true), QString("p0"));
+    QCOMPARE(search("tag of s1", true), QString("s1"));
 }
 
 void TestDialog::keysOfTheSearchLine()
