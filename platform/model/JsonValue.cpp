@@ -1,15 +1,13 @@
 #include "JsonValue.h"
 
 #include "JsonDocument.h"
-#include "JsonText.h"
 #include "NarrowText.h"
+#include "RawJson.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <vector>
 
 namespace kiv {
 
@@ -165,87 +163,12 @@ bool isFloatList(const simdjson::dom::array& list)
     return true;
 }
 
-class CRawJsonWriter {
-public:
-    explicit CRawJsonWriter(CParseError& error) : m_error(error) {}
-
-    bool Append(element json, int depth)
-    {
-        switch (json.type()) {
-        case element_type::ARRAY:
-            return depth <= MaxJsonDepth ? appendList(json, depth) : refuseDepth();
-        case element_type::OBJECT:
-            return depth <= MaxJsonDepth ? appendObject(json, depth) : refuseDepth();
-        case element_type::STRING:
-            AppendJsonString(m_json, json);
-            return true;
-        case element_type::DOUBLE:
-            AppendJsonNumber(m_json, double(json));
-            return true;
-        default:
-            m_json += simdjson::minify(json);
-            return true;
-        }
-    }
-
-    String Take() { return std::move(m_json); }
-
-private:
-    bool refuseDepth() { return Refuse(m_error, "nested deeper than " + std::to_string(MaxJsonDepth) + " levels"); }
-
-    bool appendList(const simdjson::dom::array& list, int depth)
-    {
-        char separator = '[';
-        std::size_t index = 0;
-        for (const element entry : list) {
-            m_json += separator;
-            separator = ',';
-            if (!Append(entry, depth + 1))
-                return placed(std::to_string(index));
-            ++index;
-        }
-        m_json += separator == '[' ? "[]" : "]";
-        return true;
-    }
-
-    /// In key order, as the whole document is.
-    bool appendObject(const simdjson::dom::object& object, int depth)
-    {
-        std::vector<simdjson::dom::key_value_pair> fields;
-        for (const auto field : object)
-            fields.push_back(field);
-        std::sort(fields.begin(), fields.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
-        char separator = '{';
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            if (i > 0 && fields[i - 1].key == fields[i].key && !Refuse(m_error, "the key stands here twice"))
-                return placed(fields[i].key);
-            m_json += separator;
-            separator = ',';
-            AppendJsonString(m_json, fields[i].key);
-            m_json += ':';
-            if (!Append(fields[i].value, depth + 1))
-                return placed(fields[i].key);
-        }
-        m_json += separator == '{' ? "{}" : "}";
-        return true;
-    }
-
-    bool placed(std::string_view key)
-    {
-        m_error.place.insert(0, PointerSegment(key));
-        return false;
-    }
-
-    CParseError& m_error;
-    String m_json;
-};
-
 bool readRaw(element json, int depth, CPropertyValue& value, CParseError& error)
 {
-    CRawJsonWriter writer(error);
-    if (!writer.Append(json, depth))
+    CRawJson raw;
+    if (!WriteRawJson(json, depth, raw.text, error))
         return false;
-    value = CPropertyValue(CRawJson{writer.Take()});
+    value = CPropertyValue(std::move(raw));
     return true;
 }
 
