@@ -70,7 +70,7 @@ std::vector<Rgb> Parameters::colors(const char* key, const QStringList& otherwis
 {
     const QJsonValue found = value(key);
     QStringList names;
-    for (const QJsonValue& name : found.toArray())
+    for (const auto& name : found.toArray())
         names.append(name.toString());
     if (found.isUndefined())
         names = otherwise;

@@ -4,7 +4,7 @@ namespace {
 
 int toByte(float value)
 {
-    return int(clamp01(value) * 255 + 0.5f);
+    return int(std::lround(clamp01(value) * 255));
 }
 
 }  // namespace
@@ -14,8 +14,8 @@ void Picture::fill(const std::function<Sample(float, float)>& sampler)
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
             const Sample sample = sampler((float(x) + 0.5f) / float(size), (float(y) + 0.5f) / float(size));
-            colors[size_t(y * size + x)] = sample.color;
-            heights[size_t(y * size + x)] = sample.height;
+            colors[index(x, y)] = sample.color;
+            heights[index(x, y)] = sample.height;
         }
     }
 }
@@ -26,7 +26,7 @@ QImage Picture::color() const
     for (int y = 0; y < size; ++y) {
         uchar* line = image.scanLine(y);
         for (int x = 0; x < size; ++x) {
-            const Rgb& c = colors[size_t(y * size + x)];
+            const Rgb& c = colors[index(x, y)];
             *line++ = uchar(toByte(c.r));
             *line++ = uchar(toByte(c.g));
             *line++ = uchar(toByte(c.b));
@@ -37,7 +37,7 @@ QImage Picture::color() const
 
 QImage Picture::normals(float strength) const
 {
-    const auto at = [this](int x, int y) { return heights[size_t(((y + size) % size) * size + (x + size) % size)]; };
+    const auto at = [this](int x, int y) { return heights[index((x + size) % size, (y + size) % size)]; };
     QImage image(size, size, QImage::Format_RGB888);
     const float scale = strength * float(size) / 512.0f / 2;
     for (int y = 0; y < size; ++y) {

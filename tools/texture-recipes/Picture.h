@@ -57,6 +57,8 @@ struct Picture {
 
     explicit Picture(int size_) : size(size_), colors(size_t(size_) * size_t(size_)), heights(colors.size()) {}
 
+    size_t index(int x, int y) const { return size_t(y) * size_t(size) + size_t(x); }
+
     /// Asks for every pixel's centre; u to the right and v down, 0..1.
     void fill(const std::function<Sample(float u, float v)>& sampler);
 

@@ -161,7 +161,7 @@ private:
         for (int y = 0; y < size; ++y) {
             for (int x = 0; x < size; ++x) {
                 const QRgb c = color.pixel(x, y);
-                const size_t i = size_t(y * size + x);
+                const size_t i = picture.index(x, y);
                 picture.colors[i] = {float(qRed(c)) / 255, float(qGreen(c)) / 255, float(qBlue(c)) / 255};
                 picture.heights[i] = m_depth * float(qRed(height.pixel(x, y))) / 255;
             }
