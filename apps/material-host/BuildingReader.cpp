@@ -167,7 +167,8 @@ bool BuildingReader::readPolygon(const QJsonArray& json, QPainterPath& shape)
 bool BuildingReader::readNumbers(const QJsonValue& json, int count, QVector<double>& numbers)
 {
     numbers.clear();
-    for (const QJsonValue& value : json.toArray())
+    const QJsonArray array = json.toArray();
+    for (const QJsonValue& value : array)
         numbers.append(value.toDouble(std::nan("")));
     const auto fits = [](double number) { return std::abs(number) <= MaxLength; };  // false for what is no number
     if (numbers.size() == count && std::all_of(numbers.begin(), numbers.end(), fits))

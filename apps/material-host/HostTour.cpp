@@ -335,14 +335,16 @@ void HostTour::collectFavorites()
 QDialog& HostTour::dialog() const
 {
     auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    expect(open && open->objectName() == "MaterialLibrary", "the material library is open");
+    if (!open || open->objectName() != "MaterialLibrary")
+        throw TourFailure("the material library is not open");
     return *open;
 }
 
 CAppearanceLibraryBrowserCtrl& HostTour::browser(const char* name) const
 {
     auto* found = dialog().findChild<CAppearanceLibraryBrowserCtrl*>(name);
-    expect(found, QString("the dialog has the browser %1").arg(name));
+    if (!found)
+        throw TourFailure(QString("the dialog has no browser %1").arg(name));
     return *found;
 }
 

@@ -6,6 +6,7 @@
 
 namespace {
 
+constexpr int Width = 226;
 const QSize SwatchSize(202, 150);
 
 QLabel* makeTitle(QWidget* parent)
@@ -25,7 +26,7 @@ MaterialPanel::MaterialPanel(const kiv::CAppearanceLibraryManager& manager, cons
     : QWidget(parent), m_manager(manager), m_fill(fill), m_element(makeTitle(this)), m_swatch(new QLabel(this)),
       m_button(new QPushButton(tr("&Materials..."), this))
 {
-    setMinimumWidth(sizeHint().width());  // and not as wide as some material's tags would have it
+    setMinimumWidth(Width);  // and not as wide as some material's tags would have it
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(10);
@@ -61,6 +62,11 @@ QLabel* MaterialPanel::addRow(QFormLayout& form, const QString& title)
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     form.addRow(caption, value);
     return value;
+}
+
+QSize MaterialPanel::sizeHint() const
+{
+    return {Width, 400};
 }
 
 void MaterialPanel::show(const QString& elementName, const kiv::CAppearanceInstancePtr& material, bool inProject)

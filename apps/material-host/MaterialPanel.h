@@ -19,7 +19,7 @@ public:
     void show(const QString& elementName, const kiv::CAppearanceInstancePtr& material, bool inProject);
     QPushButton* libraryButton() const { return m_button; }
 
-    QSize sizeHint() const override { return {226, 400}; }
+    QSize sizeHint() const override;
 
 signals:
     void libraryRequested();
