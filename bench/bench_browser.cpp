@@ -1,4 +1,5 @@
-// Filling, searching and scrolling the library browser. The floor of filling is a plain tree and table with the same texts.
+// Filling, searching and scrolling the library browser. The floor of filling is a plain tree and table with the same
+// texts.
 #include "Ratios.h"
 
 #include <AppearanceLibraryBrowserCtrl.h>
@@ -219,12 +220,11 @@ int main(int argc, char** argv)
     add("browser50000", [](auto& state) { fillProduct(state, 50000); });
     add("searchFirst", [](auto& state) { search(state, ""); });
     add("searchNone", [](auto& state) { search(state, "no such material anywhere"); });
-    return runBenchmarks(
-        argc, argv,
-        {{"AddLibrary of 10,000 / a plain tree and table", "browser10000", "plain10000", 1.5},
-         {"AddLibrary of 50,000 / a plain tree and table", "browser50000", "plain50000", 1.5},
-         {"AddLibrary of 50,000 / AddLibrary of 10,000", "browser50000", "browser10000", 6.0},
-         {"search in 50,000, first match / a frame of 16 ms", "searchFirst", "", 1, FrameMs},
-         {"search in 50,000, no match / a frame of 16 ms", "searchNone", "", 1, FrameMs}},
-        counted);
+    return runBenchmarks(argc, argv,
+                         {{"AddLibrary of 10,000 / a plain tree and table", "browser10000", "plain10000", 1.5},
+                          {"AddLibrary of 50,000 / a plain tree and table", "browser50000", "plain50000", 1.5},
+                          {"AddLibrary of 50,000 / AddLibrary of 10,000", "browser50000", "browser10000", 6.0},
+                          {"search in 50,000, first match / a frame of 16 ms", "searchFirst", "", 1, FrameMs},
+                          {"search in 50,000, no match / a frame of 16 ms", "searchNone", "", 1, FrameMs}},
+                         counted);
 }

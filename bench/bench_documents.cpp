@@ -101,7 +101,8 @@ void documentsRead(benchmark::State& state)
 void documentsWrite(benchmark::State& state)
 {
     const kiv::CAppearanceParser parser(manager());
-    const kiv::CAppearanceInstancePtr appearance = kiv::CAppearanceParser(manager()).AppearanceFromString(documents()[0]);
+    const kiv::CAppearanceInstancePtr appearance =
+        kiv::CAppearanceParser(manager()).AppearanceFromString(documents()[0]);
     for (auto _ : state) {
         for (int i = 0; i < DocumentCount; ++i)
             benchmark::DoNotOptimize(parser.AppearanceToString(appearance));

@@ -100,7 +100,7 @@ int main(int argc, char** argv)
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     benchmark::RegisterBenchmark("bareFolder", bareFolder)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("loadFolder", loadFolder)->Unit(benchmark::kMillisecond);
-    return runBenchmarks(argc, argv,
-                         {{"a folder of 5,000 favourites / reading and bare-parsing the same files", "loadFolder",
-                           "bareFolder", 2.0}});
+    return runBenchmarks(
+        argc, argv,
+        {{"a folder of 5,000 favourites / reading and bare-parsing the same files", "loadFolder", "bareFolder", 2.0}});
 }

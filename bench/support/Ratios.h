@@ -24,7 +24,7 @@ struct CountedClaim {
 };
 
 /// Runs all registered benchmarks, several repetitions in random order, prints their medians, then one line a claim:
-/// the ratio, the limit, and "over" where it is exceeded. Exit status 0 unless a benchmark failed: a shared machine is no
-/// judge. `counted` is called afterwards. Needs a QApplication where widgets are measured.
+/// the ratio, the limit, and "over" where it is exceeded. Exit status 0 unless a benchmark failed: a shared machine is
+/// no judge. `counted` is called afterwards. Needs a QApplication where widgets are measured.
 int runBenchmarks(int argc, char** argv, const std::vector<RatioClaim>& claims,
                   const std::vector<CountedClaim>& counted = {});

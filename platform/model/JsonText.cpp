@@ -62,7 +62,12 @@ void AppendJsonString(String& json, std::string_view utf8)
 
 void AppendJsonNumber(String& json, float value)
 {
-    appendReal(json, value);
+    // The one float, of all, whose shortest text reads as its neighbour when it is read as a double first.
+    constexpr float twiceRounded = 7.038531e-26f;
+    if (std::abs(value) == twiceRounded)
+        appendReal(json, double(value));
+    else
+        appendReal(json, value);
 }
 
 void AppendJsonNumber(String& json, double value)

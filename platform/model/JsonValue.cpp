@@ -1,10 +1,10 @@
 #include "JsonValue.h"
 
 #include "JsonDocument.h"
+#include "JsonText.h"
 #include "NarrowText.h"
 #include "RawJson.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -142,16 +142,16 @@ bool readLike(const T& like, element json, CPropertyValue& value, CParseError& e
     return store(like, read, value);
 }
 
-/// Whether the shortest texts of the number as float and as double are the same.
+/// Whether the number is written as a float as it is written as a double.
 bool isFloat(double number)
 {
     if (std::abs(number) >= 0x1.ffffffp127)
         return false;
-    char asDouble[32];
-    char asFloat[32];
-    const auto doubleEnd = std::to_chars(asDouble, asDouble + sizeof(asDouble), number).ptr;
-    const auto floatEnd = std::to_chars(asFloat, asFloat + sizeof(asFloat), float(number)).ptr;
-    return std::equal(asDouble, doubleEnd, asFloat, floatEnd);
+    String asDouble;
+    String asFloat;
+    AppendJsonNumber(asDouble, number);
+    AppendJsonNumber(asFloat, float(number));
+    return asDouble == asFloat;
 }
 
 bool isFloatList(const simdjson::dom::array& list)

@@ -53,6 +53,7 @@ private slots:
         row("smallest float", std::numeric_limits<float>::denorm_min());
         row("largest float", std::numeric_limits<float>::max());
         row("minus zero", -0.0f);
+        row("float that rounds twice", 7.038531e-26f);
         row("vec2", CVec2<float>(0.1f, -3));
         row("vec3", CVec3<float>(1e-20f, 1e20f, 7));
         row("vec4", CVec4<float>(1, 2, 3, 4.5f));

@@ -72,9 +72,9 @@ public:
     /// flag stay as they are.
     /// `takeTemplate` false: the own template stays; of the keys that the other's template declares only those are
     /// taken that the own template declares with the same type. True: the other's template is taken too.
-    /// `exact` false: own properties that the other lacks stay. True: they go; those that the template declares go back to
-    /// its defaults.
-    /// Keys that no template declares always come along. Textures are deep copies that refer to the same files.
+    /// `exact` false: own properties that the other lacks stay. True: they go; those that the template declares go back
+    /// to its defaults. Keys that no template declares always come along. Textures are deep copies that refer to the
+    /// same files.
     void IncompleteAssign(const CAppearanceInstance& other, bool takeTemplate, bool exact);
     void IncompleteAssign(const CAppearanceInstancePtr& other, bool takeTemplate, bool exact);
 

@@ -89,9 +89,9 @@ public:
 
     /// The absolute path on this machine of a stored texture path. An absolute path is itself; a relative one is looked
     /// for under the texture library path, the favourite texture path and the favourite library path, in this order.
-    /// What is found nowhere is answered under the texture library path. Empty for an empty path, for a relative path with
-    /// a segment "..", which could leave these folders, and for one that is found nowhere while there is no texture
-    /// library path. Asks the file system only whether regular files exist.
+    /// What is found nowhere is answered under the texture library path. Empty for an empty path, for a relative path
+    /// with a segment "..", which could leave these folders, and for one that is found nowhere while there is no
+    /// texture library path. Asks the file system only whether regular files exist.
     std::wstring ResolvePath(const std::wstring& texturePath) const;
     String ResolvePath(const String& texturePath) const;
 

@@ -17,8 +17,8 @@ public:
     /// The same for text in memory; `place` names it in the report.
     bool AppearanceLibraryFromString(const CAppearanceLibraryPtr& library, const String& text, const String& place);
 
-    /// Reads the configuration ("library.json" when the path is a folder): {"textureUnit":"m"}. False when it is missing
-    /// or no such JSON; the manager is then unchanged.
+    /// Reads the configuration ("library.json" when the path is a folder): {"textureUnit":"m"}. False when it is
+    /// missing or no such JSON; the manager is then unchanged.
     bool ConfigLibrayFromFile(const std::wstring& path);
 
     /// What the calls so far skipped or refused.

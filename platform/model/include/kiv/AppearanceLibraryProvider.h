@@ -4,8 +4,8 @@
 #include <QList>
 #include <QString>
 
-/// A host's description of the trees that a browser offers instead of the two built-in libraries. Implemented and owned by
-/// the host; must outlive the browsers that were given it. Read on the user-interface thread.
+/// A host's description of the trees that a browser offers instead of the two built-in libraries. Implemented and owned
+/// by the host; must outlive the browsers that were given it. Read on the user-interface thread.
 class AppearanceLibraryProvider {
 public:
     /// One entry of the browser's combo box: what is shown, and the index of the tree that it opens.
@@ -13,8 +13,8 @@ public:
         QString text;
         int treeIndex = 0;
     };
-    /// One node of a tree. The tree shows `name` as it stands, with the count in square brackets right after it unless it
-    /// is negative. `categoryPath` is the category whose appearances the node shows; "/" separates levels.
+    /// One node of a tree. The tree shows `name` as it stands, with the count in square brackets right after it unless
+    /// it is negative. `categoryPath` is the category whose appearances the node shows; "/" separates levels.
     struct Category {
         QString name;
         QString categoryPath;

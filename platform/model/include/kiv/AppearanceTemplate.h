@@ -33,8 +33,8 @@ public:
     const String& GetCategory() const { return m_category; }
     const String& GetDescription() const { return m_description; }
 
-    /// All parameters, in key order. "template", "id", "name", "tags", "category" and "edit_type" are declared even where
-    /// the document leaves them out (of "Texture" only the first two): readers rely on their types.
+    /// All parameters, in key order. "template", "id", "name", "tags", "category" and "edit_type" are declared even
+    /// where the document leaves them out (of "Texture" only the first two): readers rely on their types.
     const std::vector<CTemplateParameter>& GetParameters() const { return m_parameters; }
     /// The parameter of the key, or null.
     const CTemplateParameter* FindParameter(const String& key) const;
@@ -55,8 +55,8 @@ public:
     const std::vector<CAppearanceUIElement>& GetUi() const { return m_ui; }
 
     /// Reads a template document (UTF-8 JSON). Null with the reason for malformed JSON, an unknown type, a default that
-    /// does not fit its type, a range that is reversed or not two numbers, a ui element of an unknown type, one that shows
-    /// no parameter or one that it cannot show, elements nested deeper than 8 levels. `textures` is the "Texture"
+    /// does not fit its type, a range that is reversed or not two numbers, a ui element of an unknown type, one that
+    /// shows no parameter or one that it cannot show, elements nested deeper than 8 levels. `textures` is the "Texture"
     /// template that texture parameters instantiate; it may be null while that template itself is read.
     static CAppearanceTemplatePtr FromJson(const String& text, const CAppearanceTemplatePtr& textures,
                                            CParseError& error);
