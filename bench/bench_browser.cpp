@@ -92,7 +92,7 @@ struct PlainBrowser : QWidget {
 void fillPlain(benchmark::State& state, int count)
 {
     const auto library = libraryOf(count);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto browser = std::make_unique<PlainBrowser>();
         browser->resize(300, 600);
@@ -118,7 +118,7 @@ std::unique_ptr<CAppearanceLibraryBrowserCtrl> makeBrowser()
 void fillProduct(benchmark::State& state, int count)
 {
     const auto library = libraryOf(count);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto browser = makeBrowser();
         state.ResumeTiming();
@@ -135,7 +135,7 @@ void search(benchmark::State& state, const char* keyword)
     auto browser = makeBrowser();
     browser->AddLibrary(libraryOf(50000));
     QCoreApplication::processEvents();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         browser->GetTreeWidget()->setCurrentItem(browser->GetTreeWidget()->topLevelItem(0));
         QCoreApplication::processEvents();

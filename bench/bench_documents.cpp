@@ -59,7 +59,7 @@ const std::vector<std::string>& documents()
 void libraryBare(benchmark::State& state)
 {
     const simdjson::padded_string text(libraryText(DocumentCount));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         simdjson::dom::parser parser;
         benchmark::DoNotOptimize(parser.parse(text).error());
     }
@@ -68,7 +68,7 @@ void libraryBare(benchmark::State& state)
 void libraryRead(benchmark::State& state)
 {
     const std::string& text = libraryText(DocumentCount);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto library = std::make_shared<kiv::CAppearanceLibrary>();
         kiv::CAppearanceLibraryParser(manager()).AppearanceLibraryFromString(library, text, "");
         if (library->count() != DocumentCount)
@@ -78,7 +78,7 @@ void libraryRead(benchmark::State& state)
 
 void documentsBare(benchmark::State& state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         simdjson::dom::parser parser;
         for (const std::string& text : documents())
             benchmark::DoNotOptimize(parser.parse(text).error());
@@ -87,7 +87,7 @@ void documentsBare(benchmark::State& state)
 
 void documentsRead(benchmark::State& state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         kiv::CAppearanceParser parser(manager());
         std::vector<kiv::CAppearanceInstancePtr> read;
         read.reserve(documents().size());
@@ -103,7 +103,7 @@ void documentsWrite(benchmark::State& state)
     const kiv::CAppearanceParser parser(manager());
     const kiv::CAppearanceInstancePtr appearance =
         kiv::CAppearanceParser(manager()).AppearanceFromString(documents()[0]);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (int i = 0; i < DocumentCount; ++i)
             benchmark::DoNotOptimize(parser.AppearanceToString(appearance));
     }
@@ -128,10 +128,10 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     const CountedClaim memory = memoryOfLargeLibrary();
+    using Case = std::pair<const char*, void (*)(benchmark::State&)>;
     for (const auto& [name, function] :
-         {std::pair{"libraryBare", libraryBare}, std::pair{"libraryRead", libraryRead},
-          std::pair{"documentsBare", documentsBare}, std::pair{"documentsRead", documentsRead},
-          std::pair{"documentsWrite", documentsWrite}})
+         {Case{"libraryBare", libraryBare}, Case{"libraryRead", libraryRead}, Case{"documentsBare", documentsBare},
+          Case{"documentsRead", documentsRead}, Case{"documentsWrite", documentsWrite}})
         benchmark::RegisterBenchmark(name, function)->Unit(benchmark::kMillisecond);
     return runBenchmarks(
         argc, argv,

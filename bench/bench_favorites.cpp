@@ -63,7 +63,7 @@ public:
 
 void bareFolder(benchmark::State& state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         simdjson::dom::parser parser;
         QDirIterator files(profile().favorites(), {QStringLiteral("*.json")}, QDir::Files);
         while (files.hasNext()) {
@@ -78,7 +78,7 @@ void bareFolder(benchmark::State& state)
 
 void loadFolder(benchmark::State& state)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto dialog = std::make_unique<LoadingDialog>();
         state.ResumeTiming();

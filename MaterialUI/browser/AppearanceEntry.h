@@ -20,6 +20,7 @@ public:
     const QString& Id() const { return m_id; }
     const QString& Name() const { return m_name; }  ///< as shown
     bool IsInCloud() const { return m_inCloud; }
+    void SetInCloud(bool inCloud) { m_inCloud = inCloud; }
 
     /// The category path without empty segments.
     const QString& Category() const { return m_category; }

@@ -63,10 +63,14 @@ void CAppearanceLibraryBrowserCtrl::UpdateLibrary(kiv::CAppearanceInstancePtr ap
         return;
     const Private::Silence silence(*m);
     const QString id = QString::fromLocal8Bit(appearance->GetId().c_str());
-    if (CAppearanceTreeItem* old = m->findTreeItem(id))
+    CAppearanceTreeItem* old = m->findTreeItem(id);
+    const bool wasCurrent = old && old == m->ui.treeWidget->currentItem();
+    if (old)
         m->ReduceTabelWidget(*old, id);
     if (added && m->find(id))
         m->ExpandTabelWidget(appearance);
+    if (CAppearanceTreeItem* again = wasCurrent ? m->findTreeItem(id) : nullptr)
+        m->ui.treeWidget->setCurrentItem(again);
     if (m->selectedId == id && !(m->find(id) && m->selectRow(id)))
         m->selectedId.clear();
 }
@@ -97,7 +101,7 @@ bool CAppearanceLibraryBrowserCtrl::ModifyTableWidgetItemCloud(kiv::CAppearanceI
     const int row = m->table->RowOf(id);
     if (row < 0)
         return false;
-    m->ui.tableWidget->item(row, PictureColumn)->setData(CloudRole, appearance->GetCloudFlag());
+    m->table->SetInCloud(row, appearance->GetCloudFlag());
     return true;
 }
 

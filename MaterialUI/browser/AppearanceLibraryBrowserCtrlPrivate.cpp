@@ -185,22 +185,22 @@ void CAppearanceLibraryBrowserCtrl::Private::ReduceTabelWidget(CAppearanceTreeIt
     entries.erase(std::remove(entries.begin(), entries.end(), item.Entry()), entries.end());
     QTreeWidgetItem* parent = item.parent();
     delete &item;
-    QTreeWidgetItem* left = removeEmptyCategories(parent);
-    if (left == parent)
+    removeEmptyCategories(parent);
+    QTreeWidgetItem* shown = CLibraryTree::NearestCategory(*owner, path);
+    const QString shownPath = shown->type() == CategoryItem ? shown->data(0, IdRole).toString() : QString();
+    if (shownPath == path)
         return;
-    ui.treeWidget->setCurrentItem(left);
-    if (ui.tableWidget->rowCount() == 0)
-        ExpandLibrary(*left, left->type() == CategoryItem ? left->data(0, IdRole).toString() : QString());
+    ui.treeWidget->setCurrentItem(shown);
+    ExpandLibrary(*shown, shownPath);
 }
 
-QTreeWidgetItem* CAppearanceLibraryBrowserCtrl::Private::removeEmptyCategories(QTreeWidgetItem* category)
+void CAppearanceLibraryBrowserCtrl::Private::removeEmptyCategories(QTreeWidgetItem* category)
 {
     while (category->type() == CategoryItem && category->childCount() == 0 && !isShown(SYSTEM_LIBRARY_NAME)) {
         QTreeWidgetItem* parent = category->parent();
         delete category;
         category = parent;
     }
-    return category;
 }
 
 void CAppearanceLibraryBrowserCtrl::Private::expandTreeWidget(int treeIndex)

@@ -44,7 +44,7 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     void ExpandLibrary(QTreeWidgetItem& item, const QString& path);
     void ExpandTabelWidget(const kiv::CAppearanceInstancePtr& appearance);
     void ReduceTabelWidget(CAppearanceTreeItem& item, const QString& id);
-    QTreeWidgetItem* removeEmptyCategories(QTreeWidgetItem* category);
+    void removeEmptyCategories(QTreeWidgetItem* category);
     void expandTreeWidget(int treeIndex);
     CLibraryTreeItem* libraryItem() const;
     CAppearanceTreeItem* findTreeItem(const QString& id) const;

@@ -95,6 +95,13 @@ void CAppearanceTable::SelectIds(const QStringList& ids)
     }
 }
 
+void CAppearanceTable::SetInCloud(int row, bool inCloud)
+{
+    auto* item = static_cast<CAppearanceTableItem*>(m_table.item(row, PictureColumn));
+    item->Entry()->SetInCloud(inCloud);
+    item->setData(CloudRole, {});  // an own mark would hide the entry's
+}
+
 void CAppearanceTable::UpdateRow(int row)
 {
     const QAbstractItemModel* model = m_table.model();

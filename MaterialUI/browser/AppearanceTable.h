@@ -27,6 +27,7 @@ public:
     /// selection instead.
     void SelectClickedRow(int row);
     void SelectIds(const QStringList& ids);
+    void SetInCloud(int row, bool inCloud);
     /// Paints the row anew, after its entry changed.
     void UpdateRow(int row);
 

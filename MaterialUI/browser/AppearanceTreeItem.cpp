@@ -7,7 +7,7 @@ CCategoryTreeItem::CCategoryTreeItem(const QString& path, const QString& text, c
       m_isOther(path.section('/', -1) == QLatin1String("Other"))
 {
     setText(0, text);
-    setToolTip(0, text.toHtmlEscaped());
+    setToolTip(0, "<span>" + text.toHtmlEscaped() + "</span>");  // rich text for certain
     setIcon(0, icon);
     setData(0, IdRole, path);
 }

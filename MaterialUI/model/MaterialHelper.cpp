@@ -43,6 +43,12 @@ std::set<int> usedNumbers(const CAppearanceLibraryManager& manager, const QStrin
 }
 
 // Null for what is no picture, and for one that would claim more memory than a texture may.
+// A drawing is a program of unknown length and may name other files.
+bool isDrawing(const QByteArray& format)
+{
+    return format.startsWith("svg") || format == "pdf";
+}
+
 QImage loadPicture(const QString& path)
 {
     if (!system::IsRegularFile(path))
@@ -50,7 +56,8 @@ QImage loadPicture(const QString& path)
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     const QSize size = reader.size();
-    if (!size.isValid() || qint64(size.width()) * size.height() > CTextureManager::MaxPixels)
+    if (isDrawing(reader.format()) || !size.isValid() ||
+        qint64(size.width()) * size.height() > CTextureManager::MaxPixels)
         return {};
     return reader.read();
 }
@@ -107,11 +114,10 @@ QString CMaterialHelper::GenerateNoRepeatName(CAppearanceLibraryManager& manager
 
 void CMaterialHelper::SeparateName(const QString& name, QString& base, int& number)
 {
-    const QString whole = name;  // the caller may pass the same text as name and base
-    const int separator = whole.lastIndexOf(QLatin1Char('_'));
+    const int separator = name.lastIndexOf(QLatin1Char('_'));
     bool isNumber = false;
-    const int tail = separator > 0 ? whole.mid(separator + 1).toInt(&isNumber, 10) : 0;
-    base = isNumber ? whole.left(separator) : whole;
+    const int tail = separator > 0 ? name.mid(separator + 1).toInt(&isNumber, 10) : 0;
+    base = isNumber ? name.left(separator) : name;  // the last use of name, which may be the same text
     number = isNumber ? tail : 0;
 }
 

@@ -11,6 +11,8 @@ namespace {
 constexpr int MaxElements = 1000;
 constexpr int MaxShapes = 500;
 constexpr int MaxPoints = 2000;
+constexpr int MaxOutlinePoints = 20000;  // joining outlines takes more than their points' time
+constexpr int MaxBuildingPoints = 200000;
 constexpr double MaxLength = 1000;  // metres
 
 QString say(const char* text)
@@ -24,6 +26,7 @@ bool BuildingReader::read(const QJsonObject& json, Building& building)
 {
     Building read;
     read.source = json;
+    m_points = 0;
     QVector<double> extent;
     m_place = "building";
     if (!readText(json["name"], read.name) || !readNumbers(json["extent"], 4, extent))
@@ -109,7 +112,10 @@ bool BuildingReader::readOutline(const QJsonArray& json, QPainterPath& outline)
         if (!readShape(value.toObject(), shape))
             return false;
         (value["cut"].toBool() ? removed : added).addPath(shape);
+        if (added.elementCount() + removed.elementCount() > qMin(MaxOutlinePoints, MaxBuildingPoints - m_points))
+            return refuse(say(QT_TRANSLATE_NOOP("BuildingReader", "the shapes have too many points")));
     }
+    m_points += added.elementCount() + removed.elementCount();
     outline = PathGeometry::subtracted(added, removed);
     return true;
 }

@@ -28,6 +28,7 @@ private:
     bool refuse(const QString& reason);
 
     QString m_language;
+    int m_points = 0;
     QString m_place;
     QString m_reason;
 };

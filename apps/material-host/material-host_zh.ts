@@ -28,6 +28,10 @@
             <translation>应有 1 至 500 个图形</translation>
         </message>
         <message>
+            <source>the shapes have too many points</source>
+            <translation>形状的点太多</translation>
+        </message>
+        <message>
             <source>expected 1 to 500 repeats</source>
             <translation>重复次数应为 1 至 500</translation>
         </message>

@@ -65,6 +65,7 @@ int runBenchmarks(int argc, char** argv, const std::vector<RatioClaim>& claims,
     arguments.insert(arguments.begin() + 1, {"--benchmark_repetitions=" + std::to_string(Repetitions),
                                              "--benchmark_enable_random_interleaving=true"});
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size());
     for (std::string& argument : arguments)
         pointers.push_back(argument.data());
     int count = int(pointers.size());

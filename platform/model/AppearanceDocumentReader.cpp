@@ -190,7 +190,9 @@ bool CAppearanceDocumentReader::readExtra(const simdjson::dom::key_value_pair& f
     if (wellKnown ? !ReadTypedValue(field.value, *wellKnown, value, *m_error)
                   : !readUndeclared(field, level.depth, value))
         return placeAt(field.key);
-    level.extras.emplace_back(NarrowFromUtf8(field.key), holdsNothing(value) ? *wellKnown : std::move(value));
+    if (wellKnown && holdsNothing(value))
+        value = *wellKnown;
+    level.extras.emplace_back(NarrowFromUtf8(field.key), std::move(value));
     return true;
 }
 

@@ -26,7 +26,7 @@ public:
     }
 
     bool Fill(simdjson::dom::element root)
-    {
+    try {
         simdjson::dom::array documents;
         if (root.at_key("appearances").get(documents)) {
             m_report.push_back({m_place, "a library file is an object with a list of \"appearances\""});
@@ -37,6 +37,9 @@ public:
         for (const auto document : documents)
             add(document, index++);
         return true;
+    } catch (const std::bad_alloc&) {
+        m_report.push_back({m_place, "is too large for the memory"});
+        return false;
     }
 
 private:

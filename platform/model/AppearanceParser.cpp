@@ -8,6 +8,7 @@
 #include <kiv/AppearanceLibraryManager.h>
 
 #include <cstring>
+#include <utility>
 
 namespace kiv {
 
@@ -22,7 +23,7 @@ struct CAppearanceParser::Private {
 
     CAppearanceInstancePtr read()
     {
-        const String file = std::move(error.place);
+        const String file = std::exchange(error.place, {});
         const auto appearance = reader.Read(document.GetRoot(), error);
         if (!appearance)
             error.place.insert(0, file);

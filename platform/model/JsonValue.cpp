@@ -49,7 +49,7 @@ bool refuseKind(const char* expected, element json, CParseError& error)
 template <typename T>
 bool store(const T& like, const T& read, CPropertyValue& value)
 {
-    if (std::memcmp(&like, &read, sizeof(T)) != 0)
+    if (std::memcmp(&like, &read, sizeof(T)) != 0)  // NOLINT(bugprone-suspicious-memory-comparison)
         value = CPropertyValue(read);
     return true;
 }

@@ -109,6 +109,11 @@ void TestBrowserUpdate::emptyCategoryGoesAway()
     browser->UpdateLibrary(rare, false);
     QCOMPARE(TreeItem(*browser, "Wood/Hard/Rare") != nullptr, stays);
     QCOMPARE(RowIds(*browser), stays ? QStringList() : QStringList("d"));
+    browser->SelectTreeItem("Brick");
+    const kiv::CAppearanceInstancePtr cork = library->FindInstance("c");
+    library->DeleteInstance("c");
+    browser->UpdateLibrary(cork, false);
+    QCOMPARE(browser->getCurrentTreeItem(), TreeItem(*browser, "Brick"));
     browser->UpdateLibrary(library);
     QCOMPARE(TreeItem(*browser, "Wood/Hard/Rare") != nullptr, stays);
 }
@@ -165,6 +170,10 @@ void TestBrowserUpdate::editedAppearanceIsRefreshed()
     browser->OnAppearancePropertyChanged(oak, "category");
     QCOMPARE(TreeItem(*browser, "d")->parent(), TreeItem(*browser, "Brick"));
     QCOMPARE(browser->GetCurSel(), QString("d"));
+    browser->SelectTreeItem("d");
+    oak->SetCategory("Stone");
+    browser->OnAppearancePropertyChanged(oak, "category");
+    QCOMPARE(browser->getCurrentTreeItem(), TreeItem(*browser, "d"));
     browser->OnAppearancePropertyChanged(m_fixture.MakeAppearance({"d", "Impostor", "", ""}), "name");
     QCOMPARE(TreeItem(*browser, "d")->text(0), QString("Ash"));
 }
@@ -175,15 +184,16 @@ void TestBrowserUpdate::cloudMarkFollows()
     const auto browser = m_fixture.MakeBrowser();
     browser->AddLibrary(library);
     const kiv::CAppearanceInstancePtr cork = library->FindInstance("c");
+    browser->ModifyTableWidgetItemCloud(cork);
     cork->SetCloudFlag(true);
     QVERIFY(browser->ModifyTableWidgetItemCloud(cork));
     QCOMPARE(browser->GetTableWidget()->item(2, 0)->data(254), QVariant(true));
-    QVERIFY(browser->SetTableWidgetIcon(cork));
     browser->SelectTreeItem("Wood");
     QVERIFY(!browser->ModifyTableWidgetItemCloud(cork));
     QVERIFY(!browser->SetTableWidgetIcon(cork) && !browser->SetTableWidgetIcon(nullptr));
     browser->SelectTreeItem("Other");
     QCOMPARE(browser->GetTableWidget()->item(0, 0)->data(254), QVariant(true));
+    QVERIFY(browser->SetTableWidgetIcon(cork));
 }
 
 MATERIAL_TEST_MAIN(TestBrowserUpdate)

@@ -154,6 +154,12 @@ void TestProjectDocument::refuses_data()
         element("shapes",
                 QJsonArray{QJsonObject{{"rect", QJsonArray{0, 0, 1, 1}}, {"repeat", QJsonArray{1000, 1, 1}}}}),
         "repeats");
+    const QJsonArray dots{QJsonObject{{"ellipse", QJsonArray{0, 0, 1, 1}}, {"repeat", QJsonArray{500, 0.1, 0}}},
+                          QJsonObject{{"ellipse", QJsonArray{0, 9, 1, 1}}, {"repeat", QJsonArray{500, 0.1, 0}}}};
+    QJsonArray many;
+    for (int i = 0; i < 10; ++i)
+        many.append(dots[i % 2]);
+    row("repeats of many shapes", element("shapes", many), "too many points");
 }
 
 void TestProjectDocument::refuses()

@@ -142,7 +142,7 @@ private slots:
         const auto panel = [](int levels) {
             String elements;
             for (int i = 0; i < levels; ++i)
-                elements = R"({"type":"GroupBox","id":"g","StackPanels":[)" + elements + "]}";
+                elements.insert(0, R"({"type":"GroupBox","id":"g","StackPanels":[)").append("]}");
             return templateDocument("T", "", elements);
         };
         CParseError error;
