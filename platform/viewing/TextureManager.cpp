@@ -1,5 +1,7 @@
 #include <kiv/TextureManager.h>
 
+#include "gl/RenderDevice.h"
+
 #include <kiv/system/StoredPath.h>
 
 #include <QFile>
@@ -86,6 +88,15 @@ bool CTextureManager::TextureHelper(const std::wstring& path, const DecodedCallb
         // No memory for the picture, or the callback's own failure.
         return false;
     }
+}
+
+void CTextureManager::ReleaseTextures()
+{
+    const auto device = CRenderDevice::Existing();
+    if (!device || !device->GetReason().empty())
+        return;
+    const CRenderDevice::CCurrent current(*device);
+    device->GetTextures().Release();
 }
 
 }  // namespace kiv

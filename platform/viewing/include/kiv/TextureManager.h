@@ -5,8 +5,7 @@
 
 namespace kiv {
 
-/// The viewing library's access to texture files. Today it decodes pictures for the user interface; the textures of
-/// the OpenGL viewer join it later.
+/// Access to texture files, and to the textures that the viewers of this process keep.
 class CTextureManager {
 public:
     /// Receives a decoded picture: width and height in pixels (at least 1), and width * height pixels of four bytes
@@ -23,6 +22,9 @@ public:
     /// Reads PNG, JPEG and BMP, and what else Qt's image plugins read; told apart by content, not by name.
     /// Blocking; reentrant, any thread.
     static bool TextureHelper(const std::wstring& path, const DecodedCallback& callback);
+
+    /// Lets go of all textures of all viewers. What is still shown is read again. User-interface thread.
+    static void ReleaseTextures();
 };
 
 }  // namespace kiv

@@ -1,0 +1,50 @@
+#include "FrameTarget.h"
+
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+
+namespace kiv {
+
+namespace {
+
+constexpr int Samples = 4;
+
+}  // namespace
+
+bool CFrameTarget::prepare(const QSize& size)
+{
+    if (m_picture && m_picture->size() == size)
+        return true;
+    QOpenGLFramebufferObjectFormat format;
+    format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
+    format.setSamples(Samples);
+    m_samples = std::make_unique<QOpenGLFramebufferObject>(size, format);
+    m_picture = std::make_unique<QOpenGLFramebufferObject>(size);
+    if (m_samples->isValid() && m_picture->isValid())
+        return true;
+    Release();
+    return false;
+}
+
+QImage CFrameTarget::Draw(const QSize& size, const std::function<void()>& draw)
+{
+    if (size.isEmpty() || !prepare(size))
+        return {};
+    m_samples->bind();
+    QOpenGLFunctions& gl = *QOpenGLContext::currentContext()->functions();
+    gl.glViewport(0, 0, size.width(), size.height());
+    draw();
+    QOpenGLFramebufferObject::blitFramebuffer(m_picture.get(), m_samples.get());
+    m_samples->release();
+    QImage picture = m_picture->toImage();
+    picture.reinterpretAsFormat(QImage::Format_RGB32);
+    return picture;
+}
+
+void CFrameTarget::Release()
+{
+    m_samples.reset();
+    m_picture.reset();
+}
+
+}  // namespace kiv

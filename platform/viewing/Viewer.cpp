@@ -1,0 +1,252 @@
+#include <kiv/Viewer.h>
+
+#include "FrameTarget.h"
+#include "Picking.h"
+#include "ViewerInput.h"
+#include "ViewerSurface.h"
+#include "gl/RenderDevice.h"
+#include "gl/SceneRenderer.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <cstring>
+
+namespace kiv {
+
+namespace {
+
+constexpr int MaxSide = 8192;
+constexpr double FitMargin = 1.08;
+
+bool isGood(const QSize& size)
+{
+    return size.width() > 0 && size.height() > 0 && size.width() <= MaxSide && size.height() <= MaxSide;
+}
+
+/// The directions of x, y and z in the lower left corner.
+void paintAxes(QImage& picture, const CCamera& camera)
+{
+    QMatrix4x4 turn;
+    const CVec3<double> eye = camera.GetEye();
+    const CVec3<double> up = camera.GetUp();
+    const CVec3<double> centre = camera.GetCentre();
+    turn.lookAt({}, QVector3D(float(centre.x - eye.x), float(centre.y - eye.y), float(centre.z - eye.z)),
+                QVector3D(float(up.x), float(up.y), float(up.z)));
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPointF origin(36, picture.height() - 36);
+    const Qt::GlobalColor colors[] = {Qt::red, Qt::darkGreen, Qt::blue};
+    for (int i = 0; i < 3; ++i) {
+        QVector3D axis;
+        axis[i] = 24;
+        const QVector3D tip = turn.mapVector(axis);
+        painter.setPen(QPen(colors[i], 2));
+        painter.drawLine(origin, origin + QPointF(double(tip.x()), -double(tip.y())));
+    }
+}
+
+}  // namespace
+
+struct CViewer::Private {
+    explicit Private(std::uintptr_t window) : host(window ? QWidget::find(WId(window)) : nullptr)
+    {
+        if (!device->GetReason().empty())
+            return;
+        renderer = std::make_unique<CSceneRenderer>(*device);
+        listener = device->GetTextures().AddListener([this] { setDirty(); });
+    }
+
+    ~Private()
+    {
+        delete surface.data();
+        if (!renderer)
+            return;
+        device->GetTextures().RemoveListener(listener);
+        const CRenderDevice::CCurrent current(*device);
+        target.Release();
+        renderer.reset();
+    }
+
+    void setDirty()
+    {
+        if (surface)
+            surface->SetDirty();
+    }
+
+    QSize windowSize() const { return host ? host->size() : QSize(1, 1); }
+    double aspect() const { return double(qMax(1, windowSize().width())) / qMax(1, windowSize().height()); }
+
+    QImage draw(const QSize& size)
+    {
+        QImage picture = isGood(size) ? drawScene(size) : QImage();
+        if (picture.isNull() && isGood(size)) {
+            picture = QImage(size, QImage::Format_RGB32);
+            picture.fill(QColor(background.r, background.g, background.b));
+        }
+        if (!picture.isNull() && options.IsViewAxesEnabled())
+            paintAxes(picture, camera);
+        return picture;
+    }
+
+    QImage drawScene(const QSize& size)
+    {
+        if (!renderer)
+            return {};
+        const CRenderDevice::CCurrent current(*device);
+        if (!current)
+            return {};
+        const CScene::CLocker locker(scene);
+        const double width = size.width();
+        const CFrame frame{scene, camera, viewport, passes, background, width / size.height()};
+        const QImage picture = target.Draw(size, [&] { renderer->Draw(frame); });
+        frames += picture.isNull() ? 0 : 1;
+        return picture;
+    }
+
+    std::shared_ptr<CRenderDevice> device = CRenderDevice::Shared();
+    QPointer<QWidget> host;
+    QPointer<CViewerSurface> surface;
+    CViewerOptions options;
+    CCamera camera;
+    CCamera home;
+    CScene scene;
+    CViewport viewport;
+    CRenderPassChain passes;
+    CColor background{200, 200, 200};
+    CFrameTarget target;
+    std::unique_ptr<CSceneRenderer> renderer;  // null when nothing can be drawn
+    CViewerInput input;
+    int listener = 0;
+    unsigned frames = 0;
+};
+
+CViewer::CViewer(std::uintptr_t window, int /*automaticFramebuffer*/) : m(std::make_unique<Private>(window))
+{
+    if (m->host)
+        m->surface = new CViewerSurface(*m->host, [this](const QSize& size) { return m->draw(size); });
+}
+
+CViewer::~CViewer() = default;
+
+void CViewer::SetDefault()
+{
+    m->options = {};
+    m->camera = {};
+    m->background = {200, 200, 200};
+    ZoomAll();
+}
+
+CViewerOptions& CViewer::GetOptions()
+{
+    return m->options;
+}
+
+CCamera& CViewer::GetCamera()
+{
+    return m->camera;
+}
+
+CScene& CViewer::GetScene()
+{
+    return m->scene;
+}
+
+CViewport& CViewer::GetViewport()
+{
+    return m->viewport;
+}
+
+CRenderPassChain& CViewer::GetRenderPassChain()
+{
+    return m->passes;
+}
+
+void CViewer::SetBackgroundColor(const CColor& color, int /*gradient*/)
+{
+    m->background = color;
+    SetDirty();
+}
+
+CColor CViewer::GetBackgroundColor() const
+{
+    return m->background;
+}
+
+void CViewer::SetViewPoint(int viewPoint)
+{
+    m->camera.SetViewPoint(viewPoint);
+    m->home = m->camera;
+    SetDirty();
+}
+
+void CViewer::ZoomAll()
+{
+    CVec3<float> low;
+    CVec3<float> high;
+    if (m->scene.GetBounds(low, high)) {
+        const CVec3<double> centre((double(low.x) + high.x) / 2, (double(low.y) + high.y) / 2,
+                                   (double(low.z) + high.z) / 2);
+        const double radius = std::hypot(double(high.x) - low.x, double(high.y) - low.y, double(high.z) - low.z) / 2;
+        m->camera.Fit(centre, radius * FitMargin, m->aspect());
+    }
+    m->home = m->camera;
+    SetDirty();
+}
+
+void CViewer::SetDirty()
+{
+    m->setDirty();
+}
+
+bool CViewer::ProcessEvent(const CEventArgs& event)
+{
+    const auto* mouse = dynamic_cast<const CMouseEventArgs*>(&event);
+    if (!mouse || !m->input.Process(*mouse, m->windowSize().height(), m->camera, m->home))
+        return false;
+    SetDirty();
+    return true;
+}
+
+CVisualNodePtr CViewer::PickNode(int x, int y)
+{
+    const QSize size = m->windowSize();
+    if (size.isEmpty())
+        return nullptr;
+    const QMatrix4x4 back = ViewProjection(m->camera, m->aspect()).inverted();
+    const float right = 2 * (float(x) + 0.5F) / float(size.width()) - 1;
+    const float up = 1 - 2 * (float(y) + 0.5F) / float(size.height());
+    const QVector3D near = back.map(QVector3D(right, up, -1));
+    const QVector3D far = back.map(QVector3D(right, up, 1));
+    const CScene::CLocker locker(m->scene);
+    return PickAlong(m->scene, {near, (far - near).normalized()});
+}
+
+CImagePtr CViewer::Snapshot(int width, int height)
+{
+    if (!isGood({width, height}) || !m->renderer)
+        return nullptr;
+    // The first drawing asks for the pictures, the second has them.
+    QImage picture = m->draw({width, height});
+    m->device->GetTextures().WaitForPending();
+    picture = m->draw({width, height}).convertToFormat(QImage::Format_RGBA8888);
+    if (picture.isNull())
+        return nullptr;
+    auto image = std::make_shared<CImage>(width, height);
+    for (int y = 0; y < height; ++y)
+        std::memcpy(image->GetData() + std::size_t(y) * std::size_t(width) * 4, picture.constScanLine(y),
+                    std::size_t(width) * 4);
+    return image;
+}
+
+std::string CViewer::GetReason() const
+{
+    return m->renderer && m->device->GetReason().empty() ? m->renderer->GetReason() : m->device->GetReason();
+}
+
+unsigned CViewer::GetFrameCount() const
+{
+    return m->frames;
+}
+
+}  // namespace kiv

@@ -1,0 +1,148 @@
+#include "ProgramStore.h"
+
+#include "RenderDevice.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cctype>
+
+// Outside of any namespace: resources of a static library are not found before.
+static void initViewingResources()
+{
+    Q_INIT_RESOURCE(viewing_shaders);
+}
+
+namespace kiv {
+
+namespace {
+
+const char* const Plain = "unshaded";
+
+QByteArray textOf(const QString& name)
+{
+    static const bool initialized = (initViewingResources(), true);
+    Q_UNUSED(initialized)
+    QFile file(":/viewing/" + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() + "\n" : QByteArray();
+}
+
+QByteArray partText(const std::string& part)
+{
+    return textOf("parts/" + QString::fromStdString(part) + ".glsl");
+}
+
+// The name of a part is the name of its function: anything else is no part.
+bool isPartName(const std::string& name)
+{
+    return !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c); }) &&
+           !partText(name).isEmpty();
+}
+
+std::string keyOf(const CStateSet& stateSet)
+{
+    if (stateSet.GetShading() == EnShading::Unshaded)
+        return Plain;
+    std::string key;
+    for (const std::string& part : stateSet.GetShaderParts())
+        key += isPartName(part) ? part + " " : "";
+    return key.empty() ? Plain : key;
+}
+
+QByteArray fragmentText(const std::string& parts)
+{
+    QByteArray text = textOf("inputs.glsl") + textOf("terms.glsl") + textOf("environment.glsl");
+    QByteArray calls;
+    for (const QByteArray& part : QByteArray::fromStdString(parts).split(' ')) {
+        if (part.isEmpty())
+            continue;
+        text += partText(part.toStdString());
+        calls += "    " + part + "(s);\n";
+    }
+    return text + "void main()\n{\n    Surface s = surfaceHere();\n" + calls +
+           "    gl_FragColor = vec4(encodeSrgb(toneCurve(clamp(s.color, 0.0, 64.0))), s.alpha);\n}\n";
+}
+
+}  // namespace
+
+int CLinkedProgram::LocationOf(const std::string& uniform)
+{
+    const auto known = m_locations.find(uniform);
+    if (known != m_locations.end())
+        return known->second;
+    return m_locations[uniform] = m_program.uniformLocation(uniform.c_str());
+}
+
+QByteArray CProgramStore::header() const
+{
+    if (QOpenGLContext::currentContext()->format().majorVersion() >= 3)
+        return "#version 130\n#define textureCubeLod textureLod\n#define textureCube texture\n";
+    return "#version 120\n#extension GL_ARB_shader_texture_lod : require\n";
+}
+
+bool CProgramStore::link(CLinkedProgram& linked, const QByteArray& vertex, const QByteArray& fragment,
+                         const std::string& name)
+{
+    QOpenGLShaderProgram& program = linked.Get();
+    program.bindAttributeLocation("attrVertex", VertexAttribute);
+    program.bindAttributeLocation("attrNormal", NormalAttribute);
+    program.bindAttributeLocation("attrTexCoord0", TexCoord0Attribute);
+    program.bindAttributeLocation("attrTexCoord1", TexCoord1Attribute);
+    program.bindAttributeLocation("attrTangent", TangentAttribute);
+    QOpenGLShader vertexShader(QOpenGLShader::Vertex);
+    QOpenGLShader fragmentShader(QOpenGLShader::Fragment);
+    const bool isLinked = vertexShader.compileSourceCode(vertex) && fragmentShader.compileSourceCode(fragment) &&
+                          program.addShader(&vertexShader) && program.addShader(&fragmentShader) && program.link();
+    program.removeAllShaders();
+    if (isLinked)
+        return true;
+    m_reason = "the shader program \"" + name + "\" cannot be used: " +
+               (vertexShader.log() + fragmentShader.log() + program.log()).trimmed().toStdString();
+    return false;
+}
+
+void CProgramStore::forgetOldGeneration()
+{
+    const unsigned generation = CShaderProgramManager::GetInstance().GetGeneration();
+    if (generation != m_generation)
+        m_programs.clear();
+    m_generation = generation;
+}
+
+CLinkedProgram* CProgramStore::surfaceProgram(const std::string& parts)
+{
+    const auto known = m_programs.find(parts);
+    if (known != m_programs.end())
+        return known->second.get();
+    auto linked = std::make_unique<CLinkedProgram>();
+    if (!link(*linked, header() + textOf("surface.vert"), header() + fragmentText(parts), parts))
+        linked.reset();
+    return (m_programs[parts] = std::move(linked)).get();
+}
+
+CLinkedProgram* CProgramStore::SurfaceProgram(const CStateSet& stateSet)
+{
+    forgetOldGeneration();
+    CLinkedProgram* program = surfaceProgram(keyOf(stateSet));
+    return program ? program : surfaceProgram(Plain);
+}
+
+CLinkedProgram* CProgramStore::Link(const CShaderProgram& program)
+{
+    forgetOldGeneration();
+    if (!program.IsComplete())
+        return nullptr;
+    const std::string& vertex = program.GetShader(CShader::Vertex)->GetSource();
+    const std::string& fragment = program.GetShader(CShader::Fragment)->GetSource();
+    // A text may be loaded anew under the same name.
+    const std::string key = program.GetName() + '\0' + vertex + '\0' + fragment;
+    const auto known = m_programs.find(key);
+    if (known != m_programs.end())
+        return known->second.get();
+    auto linked = std::make_unique<CLinkedProgram>();
+    if (!link(*linked, QByteArray::fromStdString(vertex), QByteArray::fromStdString(fragment), program.GetName()))
+        linked.reset();
+    return (m_programs[key] = std::move(linked)).get();
+}
+
+}  // namespace kiv

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <kiv/ShaderProgramManager.h>
+#include <kiv/StateSet.h>
+
+#include <QOpenGLShaderProgram>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace kiv {
+
+class CRenderDevice;
+
+/// A linked program with the places of its uniforms.
+class CLinkedProgram {
+public:
+    QOpenGLShaderProgram& Get() { return m_program; }
+    /// -1 for a name that the program does not use.
+    int LocationOf(const std::string& uniform);
+
+private:
+    QOpenGLShaderProgram m_program;
+    std::map<std::string, int> m_locations;
+};
+
+/// Puts the programs of materials together from their parts, and links what a program manager was given.
+class CProgramStore {
+public:
+    explicit CProgramStore(CRenderDevice& device) : m_device(device) {}
+
+    /// The program of a surface: its parts one after the other, or the plain colour for an unshaded one. Where none of
+    /// the parts is known or the text does not compile, the plain colour too; of the latter the reason is kept.
+    CLinkedProgram* SurfaceProgram(const CStateSet& stateSet);
+    /// Null when it does not compile; the reason is kept.
+    CLinkedProgram* Link(const CShaderProgram& program);
+
+    const std::string& GetReason() const { return m_reason; }
+
+private:
+    CLinkedProgram* surfaceProgram(const std::string& parts);
+    void forgetOldGeneration();
+    bool link(CLinkedProgram& linked, const QByteArray& vertex, const QByteArray& fragment, const std::string& name);
+    QByteArray header() const;
+
+    CRenderDevice& m_device;
+    std::map<std::string, std::unique_ptr<CLinkedProgram>> m_programs;  // null: it did not compile
+    unsigned m_generation = 0;
+    std::string m_reason;
+};
+
+}  // namespace kiv

@@ -1,0 +1,105 @@
+#include "RenderDevice.h"
+
+namespace kiv {
+
+namespace {
+
+std::weak_ptr<CRenderDevice>& shared()
+{
+    static std::weak_ptr<CRenderDevice> device;
+    return device;
+}
+
+// Of the context alone: the default format is the host's.
+QSurfaceFormat wantedFormat()
+{
+    QSurfaceFormat format;
+    format.setRenderableType(QSurfaceFormat::OpenGL);
+    format.setVersion(2, 1);
+    format.setProfile(QSurfaceFormat::NoProfile);
+    format.setDepthBufferSize(24);
+    return format;
+}
+
+}  // namespace
+
+std::shared_ptr<CRenderDevice> CRenderDevice::Shared()
+{
+    std::shared_ptr<CRenderDevice> device = shared().lock();
+    if (!device) {
+        device.reset(new CRenderDevice);
+        shared() = device;
+    }
+    return device;
+}
+
+std::shared_ptr<CRenderDevice> CRenderDevice::Existing()
+{
+    return shared().lock();
+}
+
+CRenderDevice::CRenderDevice() : m_context(std::make_unique<QOpenGLContext>())
+{
+    create();
+}
+
+CRenderDevice::~CRenderDevice()
+{
+    const CCurrent current(*this);
+    m_skies.reset();
+    m_programs.reset();
+    m_meshes.reset();
+    m_textures.reset();
+}
+
+void CRenderDevice::create()
+{
+    m_surface.setFormat(wantedFormat());
+    m_surface.create();
+    m_context->setFormat(wantedFormat());
+    if (!m_surface.isValid() || !m_context->create()) {
+        m_reason = "there is no OpenGL here";
+        return;
+    }
+    const CCurrent current(*this);
+    if (!current || !isCapable())
+        return;
+    m_textures = std::make_unique<CTextureStore>(*this);
+    m_meshes = std::make_unique<CMeshStore>(*this);
+    m_programs = std::make_unique<CProgramStore>(*this);
+    m_skies = std::make_unique<CSkyStore>(*this);
+}
+
+bool CRenderDevice::isCapable()
+{
+    const QSurfaceFormat format = m_context->format();
+    const bool has3 = format.majorVersion() >= 3;
+    if (m_context->isOpenGLES() || (!has3 && !m_context->hasExtension("GL_ARB_shader_texture_lod"))) {
+        m_reason = "OpenGL " + std::to_string(format.majorVersion()) + "." + std::to_string(format.minorVersion()) +
+                   " of this machine is too old to draw materials";
+        return false;
+    }
+    GetFunctions().glGetIntegerv(GL_MAX_TEXTURE_SIZE, &m_maxTextureSize);
+    return true;
+}
+
+CRenderDevice::CCurrent::CCurrent(CRenderDevice& device)
+    : m_before(QOpenGLContext::currentContext()), m_surfaceBefore(m_before ? m_before->surface() : nullptr)
+{
+    m_current = device.m_context->isValid() && device.m_context->makeCurrent(&device.m_surface);
+    if (!m_current && device.m_reason.empty())
+        device.m_reason = "the OpenGL context cannot be used";
+}
+
+CRenderDevice::CCurrent::~CCurrent()
+{
+    QOpenGLContext* mine = QOpenGLContext::currentContext();
+    if (m_before == mine)
+        return;
+    if (m_before)
+        m_before->makeCurrent(m_surfaceBefore);
+    else if (m_current && mine)
+        mine->doneCurrent();
+}
+
+}  // namespace kiv

@@ -1,0 +1,268 @@
+#include "SceneRenderer.h"
+
+#include "RenderDevice.h"
+
+#include <QVector3D>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kiv {
+
+namespace {
+
+enum EnUnit { BaseUnit = 0, BumpUnit = 1, EnvironmentUnit = 2, BrdfUnit = 3 };
+
+QVector3D toQt(const CVec3<double>& v)
+{
+    return {float(v.x), float(v.y), float(v.z)};
+}
+
+float distanceTo(const CPrimitiveRenderable& renderable, const CVec3<double>& eye)
+{
+    CVec3<float> low;
+    CVec3<float> high;
+    if (!renderable.GetBounds(low, high))
+        return 0;
+    const QVector3D centre((low.x + high.x) / 2, (low.y + high.y) / 2, (low.z + high.z) / 2);
+    return centre.distanceToPoint(toQt(eye));
+}
+
+/// Hands a value of a state set to the uniform at its place.
+struct CUniformWriter {
+    QOpenGLShaderProgram& program;
+    int location;
+
+    void operator()(bool value) const { program.setUniformValue(location, GLint(value)); }
+    void operator()(int value) const { program.setUniformValue(location, GLint(value)); }
+    void operator()(float value) const { program.setUniformValue(location, value); }
+    void operator()(const CVec2<float>& v) const { program.setUniformValue(location, v.x, v.y); }
+    void operator()(const CVec3<float>& v) const { program.setUniformValue(location, v.x, v.y, v.z); }
+    void operator()(const CVec4<float>& v) const { program.setUniformValue(location, v.x, v.y, v.z, v.w); }
+    void operator()(const CMatrix3<float>& matrix) const
+    {
+        program.setUniformValue(location, QMatrix3x3(matrix.m.data()));  // row by row, as ours
+    }
+};
+
+struct CDefault {
+    const char* uniform;
+    CStateSet::Uniform value;
+};
+
+// What a material that does not say otherwise is: grey, matt, opaque.
+const std::vector<CDefault>& defaults()
+{
+    static const std::vector<CDefault> values = {
+        {"baseColor", CVec4<float>(0.7F, 0.7F, 0.7F, 1)},
+        {"alpha", 1.0F},
+        {"roughness", 0.5F},
+        {"metallic", 0.0F},
+        {"ior", 1.5F},
+        {"useBaseTexture", false},
+        {"baseTrf", CMatrix3<float>()},
+        {"enableBump", false},
+        {"bumpTrf", CMatrix3<float>()},
+        {"bumpStrength", 1.0F},
+        {"lightColor", CVec4<float>(1, 1, 1, 1)},
+        {"lightPower", 0.0F},
+        {"enableIBL", true},
+        {"shininess", 0.25F},
+        {"specularColor", CVec4<float>(0.2F, 0.2F, 0.2F, 1)},
+    };
+    return values;
+}
+
+void write(CLinkedProgram& program, const std::string& name, const CStateSet::Uniform& value)
+{
+    const int location = program.LocationOf(name);
+    if (location >= 0)
+        std::visit(CUniformWriter{program.Get(), location}, value);
+}
+
+CPrimitiveRenderablePtr makeSkyBody()
+{
+    auto body = std::make_shared<CPrimitiveRenderable>();
+    std::vector<CVec3<float>> corners;
+    for (int i = 0; i < 8; ++i)
+        corners.emplace_back(i & 1 ? 1.0F : -1.0F, i & 2 ? 1.0F : -1.0F, i & 4 ? 1.0F : -1.0F);
+    body->SetVertexArray(corners);
+    body->SetNormalArray(corners);
+    body->SetTextureArray(0, std::vector<CVec2<float>>(8));
+    body->SetIndexArray(
+        {0, 1, 3, 0, 3, 2, 4, 6, 7, 4, 7, 5, 0, 4, 5, 0, 5, 1, 2, 3, 7, 2, 7, 6, 0, 2, 6, 0, 6, 4, 1, 5, 7, 1, 7, 3});
+    return body;
+}
+
+}  // namespace
+
+QMatrix4x4 ViewProjection(const CCamera& camera, double aspect)
+{
+    const double distance = camera.GetDistance();
+    const double radius = camera.GetFittedRadius();
+    const double near = std::max(distance - 3 * radius, distance / 200);
+    const double far = distance + 20 * radius;
+    QMatrix4x4 projection;
+    const double half = std::tan(CCamera::FieldOfView / 2);
+    if (camera.GetType() == CCamera::Orthographic) {
+        const double height = half * distance;
+        projection.ortho(float(-height * aspect), float(height * aspect), float(-height), float(height), float(-far),
+                         float(far));
+    } else {
+        projection.frustum(float(-half * near * aspect), float(half * near * aspect), float(-half * near),
+                           float(half * near), float(near), float(far));
+    }
+    QMatrix4x4 view;
+    view.lookAt(toQt(camera.GetEye()), toQt(camera.GetCentre()), toQt(camera.GetUp()));
+    return projection * view;
+}
+
+void CSceneRenderer::Draw(const CFrame& frame)
+{
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    m_reason.clear();
+    m_eye = frame.camera.GetEye();
+    m_viewProjection = ViewProjection(frame.camera, frame.aspect);
+    auto* pass = dynamic_cast<CRenderScenePass*>(frame.passes.Find("kiv_main_pass"));
+    const auto environment = pass ? pass->GetPoolRenderer().GetEnvironment() : nullptr;
+    const bool lights = environment && environment->IsImageBasedLightingEnabled();
+    m_environment = lights ? m_device.GetSkies().Of(*environment) : nullptr;
+
+    m_opaque.clear();
+    m_transparent.clear();
+    collect(*frame.scene.GetRoot(), nullptr, m_eye);
+    std::stable_sort(m_transparent.begin(), m_transparent.end(),
+                     [](const Item& a, const Item& b) { return a.distance > b.distance; });
+
+    m_device.GetTextures().BeginFrame();
+    gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    gl.glDepthMask(GL_TRUE);
+    gl.glClearColor(float(frame.background.r) / 255, float(frame.background.g) / 255, float(frame.background.b) / 255,
+                    1);
+    gl.glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);  // the frame itself stays opaque
+    gl.glEnable(GL_DEPTH_TEST);
+    gl.glDepthFunc(GL_LEQUAL);
+    gl.glDisable(GL_CULL_FACE);
+    for (const Item& item : m_opaque)
+        drawItem(item, frame);
+    drawSky(frame);
+    gl.glEnable(GL_BLEND);
+    gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    // A body's far side is seen through its near one.
+    gl.glEnable(GL_CULL_FACE);
+    for (const Item& item : m_transparent) {
+        gl.glCullFace(GL_FRONT);
+        drawItem(item, frame);
+        gl.glCullFace(GL_BACK);
+        drawItem(item, frame);
+    }
+    gl.glDisable(GL_CULL_FACE);
+    gl.glDisable(GL_BLEND);
+    m_device.GetMeshes().Prune();
+    if (m_reason.empty())
+        m_reason = m_device.GetPrograms().GetReason();
+    if (m_reason.empty())
+        m_reason = m_device.GetTextures().GetReason();
+}
+
+void CSceneRenderer::collect(const CVisualNode& node, const CStateSet* inherited, const CVec3<double>& eye)
+{
+    const CStateSet* stateSet = node.GetStateSet() ? node.GetStateSet() : inherited;
+    if (node.GetRenderable()) {
+        const CStateSet* used = stateSet ? stateSet : m_fallback.get();
+        auto& items = used->IsTransparent() ? m_transparent : m_opaque;
+        items.push_back({node.GetRenderable(), used, distanceTo(*node.GetRenderable(), eye)});
+    }
+    for (const CVisualNodePtr& child : node.GetChildren())
+        collect(*child, stateSet, eye);
+}
+
+void CSceneRenderer::drawItem(const Item& item, const CFrame& frame)
+{
+    CLinkedProgram* program = m_device.GetPrograms().SurfaceProgram(*item.stateSet);
+    if (!program || !program->Get().bind())
+        return;
+    write(*program, "eye", CVec3<float>(float(m_eye.x), float(m_eye.y), float(m_eye.z)));
+    program->Get().setUniformValue(program->LocationOf("mvpMatrix"), m_viewProjection);
+    setMaterial(*program, *item.stateSet);
+    setLight(*program, frame, *item.stateSet);
+    m_device.GetMeshes().Draw(item.renderable);
+    program->Get().release();
+}
+
+void CSceneRenderer::setMaterial(CLinkedProgram& program, const CStateSet& stateSet)
+{
+    for (const CDefault& value : defaults())
+        write(program, value.uniform, value.value);
+    for (const auto& uniform : stateSet.GetUniforms())
+        write(program, uniform.first, uniform.second);
+    write(program, "baseTexture", int(BaseUnit));
+    write(program, "bumpTexture", int(BumpUnit));
+    // Until its picture is there a surface shows its plain colour.
+    const auto bind = [&](unsigned unit, const char* sampler, const char* uniform) {
+        const auto texture = stateSet.GetTextures().find(sampler);
+        const bool bound = texture != stateSet.GetTextures().end() && stateSet.Get(uniform, false) &&
+                           m_device.GetTextures().Bind(unit, texture->second);
+        write(program, uniform, bound);
+    };
+    bind(BaseUnit, "baseTexture", "useBaseTexture");
+    bind(BumpUnit, "bumpTexture", "enableBump");
+}
+
+void CSceneRenderer::setLight(CLinkedProgram& program, const CFrame& frame, const CStateSet& stateSet)
+{
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    CLight* lamp = frame.scene.FindLight("HeadLamp");
+    write(program, "lampIntensity", float(lamp ? lamp->GetIntensity() : 0));
+    const bool isPre = stateSet.IsUsingPreEnvironmentMap();
+    write(program, "hasEnvironment", m_environment != nullptr);
+    write(program, "mirrorsSky", isPre || stateSet.Get("useEnvironmentMap", false));
+    write(program, "refractsSky", isPre);
+    write(program, "environment", int(EnvironmentUnit));
+    write(program, "brdfTable", int(BrdfUnit));
+    const unsigned table = m_device.GetSkies().GetBrdfTable();
+    gl.glActiveTexture(GL_TEXTURE0 + BrdfUnit);
+    gl.glBindTexture(GL_TEXTURE_2D, table);
+    gl.glActiveTexture(GL_TEXTURE0 + EnvironmentUnit);
+    gl.glBindTexture(GL_TEXTURE_CUBE_MAP, m_environment ? m_environment->lighting : 0);
+    if (!m_environment)
+        return;
+    write(program, "environmentLevels", float(m_environment->levels));
+    const int irradiance = program.LocationOf("irradiance");
+    if (irradiance >= 0)
+        program.Get().setUniformValueArray(irradiance, &m_environment->irradiance[0].x, 9, 3);
+}
+
+void CSceneRenderer::drawSky(const CFrame& frame)
+{
+    auto* sky = dynamic_cast<CSkybox*>(frame.viewport.GetSky().get());
+    const CSkyTextures* textures = sky ? m_device.GetSkies().Of(*sky) : nullptr;
+    CLinkedProgram* program = textures ? m_device.GetPrograms().Link(*sky->GetProgram()) : nullptr;
+    if (sky && !textures)
+        m_reason = sky->GetReason();
+    if (!program || !program->Get().bind())
+        return;
+    if (!m_skyBody)
+        m_skyBody = makeSkyBody();
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    // Around the eye, wherever it is, and behind everything.
+    QMatrix4x4 matrix = m_viewProjection;
+    matrix.translate(toQt(m_eye));
+    matrix.scale(float(frame.camera.GetDistance()));
+    for (const auto& uniform : sky->GetProgram()->GetShader(CShader::Vertex)->GetAutoUniforms()) {
+        if (uniform.second == CShader::ModelViewProjection)
+            program->Get().setUniformValue(program->LocationOf(uniform.first), matrix);
+    }
+    write(*program, "cubeMap", int(EnvironmentUnit));
+    gl.glActiveTexture(GL_TEXTURE0 + EnvironmentUnit);
+    gl.glBindTexture(GL_TEXTURE_CUBE_MAP, textures->shown);
+    gl.glDepthRangef(1, 1);
+    gl.glDepthMask(GL_FALSE);
+    m_device.GetMeshes().Draw(m_skyBody);
+    gl.glDepthMask(GL_TRUE);
+    gl.glDepthRangef(0, 1);
+    program->Get().release();
+}
+
+}  // namespace kiv

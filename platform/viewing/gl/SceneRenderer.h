@@ -1,0 +1,64 @@
+#pragma once
+
+#include <kiv/Camera.h>
+#include <kiv/Color.h>
+#include <kiv/RenderPass.h>
+#include <kiv/Scene.h>
+#include <kiv/Viewport.h>
+
+#include <QMatrix4x4>
+
+namespace kiv {
+
+class CRenderDevice;
+class CLinkedProgram;
+struct CSkyTextures;
+
+/// What a frame is drawn from.
+struct CFrame {
+    CScene& scene;
+    const CCamera& camera;
+    CViewport& viewport;
+    CRenderPassChain& passes;
+    CColor background;
+    double aspect = 1;  ///< width over height
+};
+
+/// The matrix from the world to the clip space of OpenGL.
+QMatrix4x4 ViewProjection(const CCamera& camera, double aspect);
+
+/// Draws frames into the frame buffer in use: what is opaque, then the sky where nothing is, then what is transparent
+/// from the back to the front.
+class CSceneRenderer {
+public:
+    explicit CSceneRenderer(CRenderDevice& device) : m_device(device) {}
+
+    void Draw(const CFrame& frame);
+
+    const std::string& GetReason() const { return m_reason; }
+
+private:
+    struct Item {
+        CPrimitiveRenderablePtr renderable;
+        const CStateSet* stateSet;
+        float distance;
+    };
+
+    void collect(const CVisualNode& node, const CStateSet* inherited, const CVec3<double>& eye);
+    void drawItem(const Item& item, const CFrame& frame);
+    void setMaterial(CLinkedProgram& program, const CStateSet& stateSet);
+    void setLight(CLinkedProgram& program, const CFrame& frame, const CStateSet& stateSet);
+    void drawSky(const CFrame& frame);
+
+    CRenderDevice& m_device;
+    std::vector<Item> m_opaque;
+    std::vector<Item> m_transparent;
+    QMatrix4x4 m_viewProjection;
+    CVec3<double> m_eye;
+    const CSkyTextures* m_environment = nullptr;
+    GRefPtr<CStateSet> m_fallback = new CStateSet;  ///< for a node without any
+    CPrimitiveRenderablePtr m_skyBody;
+    std::string m_reason;
+};
+
+}  // namespace kiv

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "../TextureMips.h"
+
+#include <kiv/StateSet.h>
+
+#include <QDateTime>
+#include <QMutex>
+#include <QObject>
+#include <QThreadPool>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kiv {
+
+class CRenderDevice;
+
+/// The pictures on the graphics card: one copy for each file and modification time, decoded by threads of its own.
+/// Keeps the ones used last, up to a limit.
+class CTextureStore {
+public:
+    explicit CTextureStore(CRenderDevice& device);
+    ~CTextureStore();
+
+    /// Takes over what was decoded since the last frame.
+    void BeginFrame();
+    /// Binds the picture to a unit with the binding's wrapping. False while it is being read, and for a file that
+    /// cannot be read (see GetReason).
+    bool Bind(unsigned unit, const CTextureBinding& binding);
+    void WaitForPending();
+    /// Lets go of everything; what is still drawn is read again.
+    void Release();
+
+    /// Called when a picture has arrived. The key is given back to RemoveListener.
+    int AddListener(std::function<void()> listener);
+    void RemoveListener(int key);
+
+    const std::string& GetReason() const { return m_reason; }
+    std::size_t GetBytes() const { return m_bytes; }
+
+private:
+    using Key = std::pair<std::wstring, bool>;
+
+    struct Texture {
+        unsigned name = 0;
+        QDateTime modified;
+        std::size_t bytes = 0;
+        unsigned lastFrame = 0;
+        bool isPending = false;
+    };
+
+    struct Decoded {
+        Key key;
+        QDateTime modified;
+        std::vector<CMipLevel> levels;
+    };
+
+    void decodeLater(const Key& key, const QDateTime& modified);
+    void upload(const Decoded& decoded);
+    void free(Texture& texture);
+    void evict();
+
+    CRenderDevice& m_device;
+    std::map<Key, Texture> m_textures;
+    std::map<int, std::function<void()>> m_listeners;
+    std::size_t m_bytes = 0;
+    unsigned m_frame = 0;
+    int m_nextListener = 0;
+    float m_anisotropy = 1;
+    std::string m_reason;
+    QMutex m_mutex;
+    std::vector<Decoded> m_decoded;  // by the threads
+    QObject m_receiver;
+    QThreadPool m_pool;  // last: waits for its threads before the rest goes
+};
+
+}  // namespace kiv

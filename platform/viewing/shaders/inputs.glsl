@@ -1,0 +1,86 @@
+// What the material and the scene hand over, and the surface point that the parts work on.
+
+varying vec3 position;
+varying vec3 normal;
+varying vec4 tangent;
+varying vec2 textureCoordinate;
+
+uniform vec3 eye;
+uniform float lampIntensity;
+
+uniform vec4 baseColor;
+uniform float alpha;
+uniform float roughness;
+uniform float metallic;
+uniform float ior;
+uniform bool useBaseTexture;
+uniform sampler2D baseTexture;
+uniform mat3 baseTrf;
+uniform bool enableBump;
+uniform sampler2D bumpTexture;
+uniform mat3 bumpTrf;
+uniform float bumpStrength;
+uniform vec4 lightColor;
+uniform float lightPower;
+
+struct Surface {
+    vec3 normal;
+    vec3 view;       // towards the eye
+    vec3 albedo;     // linear light
+    float roughness; // perceptual
+    float metallic;
+    float alpha;
+    vec3 color;      // the result, linear light
+};
+
+const float PI = 3.14159265359;
+
+vec3 decodeSrgb(vec3 c)
+{
+    return mix(c / 12.92, pow((c + 0.055) / 1.055, vec3(2.4)), step(0.04045, c));
+}
+
+vec3 encodeSrgb(vec3 c)
+{
+    return mix(c * 12.92, 1.055 * pow(c, vec3(1.0 / 2.4)) - 0.055, step(0.0031308, c));
+}
+
+// The same up to 0.6, then bent towards 1 without a kink: a mid-grey stays a mid-grey, and highlights keep their drawing.
+vec3 toneCurve(vec3 c)
+{
+    return mix(c, 1.0 - 0.4 * exp((0.6 - c) / 0.4), step(0.6, c));
+}
+
+vec2 textureAt(mat3 transform)
+{
+    return (transform * vec3(textureCoordinate, 1.0)).xy;
+}
+
+vec3 reliefNormal(vec3 smoothNormal)
+{
+    vec3 texel = texture2D(bumpTexture, textureAt(bumpTrf)).rgb * 2.0 - 1.0;
+    texel.xy *= bumpStrength;
+    // The picture's axes, turned with the texture on the surface; a mirrored picture mirrors its relief.
+    vec2 right = normalize(vec2(bumpTrf[0][0], bumpTrf[1][0]) + vec2(1e-9, 0.0));
+    vec2 up = normalize(vec2(bumpTrf[0][1], bumpTrf[1][1]) + vec2(0.0, 1e-9));
+    vec3 t = normalize(tangent.xyz - smoothNormal * dot(smoothNormal, tangent.xyz));
+    vec3 b = cross(smoothNormal, t) * tangent.w;
+    vec2 slope = texel.x * right + texel.y * up;
+    return normalize(t * slope.x + b * slope.y + smoothNormal * max(texel.z, 0.05));
+}
+
+Surface surfaceHere()
+{
+    Surface s;
+    s.view = normalize(eye - position);
+    vec3 smoothNormal = normalize(normal);
+    smoothNormal = dot(smoothNormal, s.view) < 0.0 ? -smoothNormal : smoothNormal;
+    s.normal = enableBump ? reliefNormal(smoothNormal) : smoothNormal;
+    vec4 texel = useBaseTexture ? texture2D(baseTexture, textureAt(baseTrf)) : vec4(decodeSrgb(baseColor.rgb), 1.0);
+    s.albedo = texel.rgb;
+    s.alpha = clamp(alpha * texel.a, 0.0, 1.0);
+    s.roughness = clamp(roughness, 0.03, 1.0);
+    s.metallic = clamp(metallic, 0.0, 1.0);
+    s.color = vec3(0.0);
+    return s;
+}

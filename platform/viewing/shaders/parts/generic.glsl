@@ -1,0 +1,6 @@
+// Any opaque surface, dielectric or metal.
+void generic(inout Surface s)
+{
+    vec3 f0 = normalReflectance(s);
+    s.color = environmentLight(s, f0) + lampLight(s, f0, s.view, 0.5 * lampIntensity) + ownLight();
+}
