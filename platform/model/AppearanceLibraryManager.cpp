@@ -5,6 +5,7 @@
 
 #include <glenox/StdStringTrans.h>
 #include <kiv/AppearancePreviewer.h>
+#include <kiv/AppearanceTranslator.h>
 #include <kiv/MaterialLibrary.h>
 #include <kiv/system/StoredPath.h>
 
@@ -118,14 +119,14 @@ CAppearanceLibraryManager::CreateAppearanceInstance(const CAppearanceTemplatePtr
     return appearance;
 }
 
-std::shared_ptr<CAppearanceTranslator> CAppearanceLibraryManager::CreateTranslator(CStateSet*) const
+std::shared_ptr<CAppearanceTranslator> CAppearanceLibraryManager::CreateTranslator(CStateSet* stateSet) const
 {
-    return {};
+    return stateSet ? std::make_shared<CAppearanceTranslator>(*this, stateSet) : nullptr;
 }
 
-bool CAppearanceLibraryManager::Translate(const CAppearanceInstancePtr&, CStateSet*) const
+bool CAppearanceLibraryManager::Translate(const CAppearanceInstancePtr& appearance, CStateSet* stateSet) const
 {
-    return false;
+    return stateSet && CAppearanceTranslator(*this, stateSet).Translate(appearance);
 }
 
 bool CAppearanceLibraryManager::Preview(const CAppearanceInstancePtr& appearance, CAppearancePreviewer& previewer) const

@@ -50,9 +50,10 @@ public:
     /// A new appearance of the template with a new id, belonging to no library. Null for a null template.
     CAppearanceInstancePtr CreateAppearanceInstance(const CAppearanceTemplatePtr& appearanceTemplate,
                                                     const String& name) const;
-    /// The translation of an appearance into a render state belongs to the viewer, which is not here yet:
-    /// CreateTranslator answers null and Translate false until then.
+    /// What turns appearances into the render state, for more than one of them; null for null.
     std::shared_ptr<CAppearanceTranslator> CreateTranslator(CStateSet* stateSet) const;
+    /// Fills the render state from the appearance, at the level of detail set below (see kiv/AppearanceTranslator.h).
+    /// False, changing nothing, when one of them is null.
     bool Translate(const CAppearanceInstancePtr& appearance, CStateSet* stateSet) const;
     /// Hands the flat preview to the previewer: the resolved file of the first texture named by the template's preview
     /// keys that is in use ("useBaseTexture"; a type without that switch always uses its texture) and names a file,
