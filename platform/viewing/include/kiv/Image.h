@@ -10,7 +10,7 @@ namespace kiv {
 class CImage {
 public:
     CImage() = default;
-    /// Transparent black. Sizes below 1 give an empty picture.
+    /// Transparent black. Sizes below 1, and more than CTextureManager::MaxPixels, give an empty picture.
     CImage(int width, int height);
 
     bool IsEmpty() const { return m_pixels.empty(); }
@@ -29,7 +29,8 @@ public:
     /// up, blue out of the picture, each 0..255 for -1..1. `scale` is the height of white over black, in pixels; `blur`
     /// is the standard deviation, in pixels at 1024 pixels of width and in proportion otherwise, of the smoothing done
     /// before, so that grain does not become relief. Both wrap at the edges: a seamless picture gives a seamless map.
-    /// Full resolution. Null for a file that cannot be read and for numbers that are not finite or negative.
+    /// Full resolution. Smoothing by more than 160 of the picture's own pixels counts as that. Null for a file that
+    /// cannot be read and for numbers that are not finite or negative. Blocking; any thread, uses several.
     static std::shared_ptr<CImage> CreateNormalMapFromFile(const std::wstring& path, double scale, double blur);
 
 private:
