@@ -1,10 +1,7 @@
 #include "AppearanceSummary.h"
 
-#include "AppearancePicture.h"
-
 #include <MaterialConstants.h>
 
-#include <kiv/AppearancePreviewer.h>
 #include <kiv/system/StoredPath.h>
 
 #include <QFormLayout>
@@ -16,7 +13,6 @@
 namespace {
 
 constexpr int PanelWidth = 290;
-constexpr int PictureHeight = 200;
 
 const char* const PanelStyle = R"(
 QLabel { color: #1f2328; }
@@ -29,21 +25,6 @@ QColor toColor(const kiv::CVec4<float>& color)
     const auto part = [](float value) { return qBound(0.0, double(value), 1.0); };
     return QColor::fromRgbF(part(color.x), part(color.y), part(color.z), part(color.w));
 }
-
-class Previewer : public kiv::CAppearancePreviewer {
-public:
-    Previewer(CAppearancePicture& picture, const QColor& color) : m_picture(picture), m_color(color) {}
-
-    void Preview(const kiv::CVec4<float>& color) override { m_picture.ShowColor(toColor(color)); }
-    void Preview(const kiv::String& imageFile) override
-    {
-        m_picture.ShowFile(kiv::system::NativePath(QString::fromLocal8Bit(imageFile.c_str())), m_color);
-    }
-
-private:
-    CAppearancePicture& m_picture;
-    QColor m_color;
-};
 
 QString numberText(const kiv::CAppearanceInstance& appearance, const kiv::String& key)
 {
@@ -77,18 +58,14 @@ QLabel* makeLabel(QWidget* parent, const char* name)
 }  // namespace
 
 CAppearanceSummary::CAppearanceSummary(kiv::CAppearanceLibraryManager& manager, QWidget* parent)
-    : QWidget(parent), m_manager(manager), m_picture(new CAppearancePicture(this)),
-      m_name(makeLabel(this, "SummaryName")), m_category(makeLabel(this, "SummaryCategory")),
-      m_applyButton(new QPushButton(tr("应用"), this))
+    : QWidget(parent), m_manager(manager), m_name(makeLabel(this, "SummaryName")),
+      m_category(makeLabel(this, "SummaryCategory")), m_applyButton(new QPushButton(tr("应用"), this))
 {
     setFixedWidth(PanelWidth);
     setStyleSheet(PanelStyle);
-    m_picture->setObjectName(QStringLiteral("SummaryPicture"));
-    m_picture->setFixedHeight(PictureHeight);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
-    layout->addWidget(m_picture);
     layout->addLayout(buildHeading());
     layout->addLayout(buildRows());
     layout->addStretch();
@@ -146,25 +123,14 @@ void CAppearanceSummary::addRow(QFormLayout& form, const QString& title, const R
 
 void CAppearanceSummary::ShowAppearance(const kiv::CAppearanceInstancePtr& appearance)
 {
-    m_appearance = appearance;
     m_applyButton->setVisible(appearance != nullptr);
     m_name->setText(appearance ? shownText(appearance->GetName()).toHtmlEscaped() : QString());
-    m_category->setText(appearance ? categoryText(*appearance).toHtmlEscaped() : QString());
+    m_category->setText(appearance ? categoryText(*appearance).toHtmlEscaped() : tr("请选择材质"));
     for (const Row& row : qAsConst(m_rows)) {
         row.value->setText(appearance ? row.text(*appearance) : QString());
         row.title->setVisible(!row.value->text().isEmpty());
         row.value->setVisible(!row.value->text().isEmpty());
     }
-    showPicture();
-}
-
-void CAppearanceSummary::showPicture()
-{
-    m_picture->Clear(tr("请选择材质"));
-    if (!m_appearance)
-        return;
-    Previewer previewer(*m_picture, toColor(m_appearance->GetDiffuse()));
-    m_manager.Preview(m_appearance, previewer);
 }
 
 QString CAppearanceSummary::categoryText(const kiv::CAppearanceInstance& appearance) const

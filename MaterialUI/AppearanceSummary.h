@@ -7,13 +7,12 @@
 
 #include <functional>
 
-class CAppearancePicture;
 class QFormLayout;
 class QLabel;
 class QPushButton;
 
-/// What is known of the selected appearance, to look at: its flat picture, name, type, main values and tags, and a
-/// button to apply it once more. It stands where preview and editor belong.
+/// What is known of the selected appearance: its name, type, main values and tags, and a button to apply it once more.
+/// It stands where the editor belongs.
 class CAppearanceSummary : public QWidget {
     Q_OBJECT
 
@@ -23,8 +22,6 @@ public:
 
     /// Null empties the panel.
     void ShowAppearance(const kiv::CAppearanceInstancePtr& appearance);
-    /// What is shown; null when nothing is.
-    const kiv::CAppearanceInstancePtr& GetAppearance() const { return m_appearance; }
     QPushButton* GetApplyButton() const { return m_applyButton; }
 
 private:
@@ -39,14 +36,11 @@ private:
     QLayout* buildHeading();
     QFormLayout* buildRows();
     void addRow(QFormLayout& form, const QString& title, const RowText& text);
-    void showPicture();
     QString categoryText(const kiv::CAppearanceInstance& appearance) const;
     QString textureText(const kiv::CAppearanceInstance& appearance) const;
     QString shownText(const kiv::String& stored) const;
 
     kiv::CAppearanceLibraryManager& m_manager;
-    kiv::CAppearanceInstancePtr m_appearance;
-    CAppearancePicture* m_picture;
     QLabel* m_name;
     QLabel* m_category;
     QPushButton* m_applyButton;

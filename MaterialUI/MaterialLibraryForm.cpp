@@ -3,6 +3,7 @@
 #include "AppearanceSummary.h"
 
 #include <AppearanceLibraryBrowserCtrl.h>
+#include <AppearancePreviewerCtrl.h>
 
 #include <QDialog>
 #include <QFrame>
@@ -23,6 +24,7 @@ void CMaterialLibraryForm::Build(QDialog& dialog, kiv::CAppearanceLibraryManager
     searchLine = new QLineEdit(&dialog);
     projectBrowser = new CAppearanceLibraryBrowserCtrl(manager, &dialog, provider, cloudEnabled);
     systemBrowser = new CAppearanceLibraryBrowserCtrl(manager, &dialog, nullptr, cloudEnabled);
+    previewer = new CAppearancePreviewerCtrl(manager, &dialog);
     summary = new CAppearanceSummary(manager, &dialog);
     auto* columns = new QHBoxLayout;
     columns->setSpacing(3);
@@ -71,8 +73,9 @@ QWidget* CMaterialLibraryForm::buildRightColumn()
     auto* column = new QWidget(m_dialog);
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(3, 3, 3, 3);
-    layout->setSpacing(0);
-    layout->addWidget(summary);
+    layout->setSpacing(6);
+    layout->addWidget(previewer);
+    layout->addWidget(summary, 1);
     return column;
 }
 

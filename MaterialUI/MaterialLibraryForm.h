@@ -6,6 +6,7 @@
 
 class AppearanceLibraryProvider;
 class CAppearanceLibraryBrowserCtrl;
+class CAppearancePreviewerCtrl;
 class CAppearanceSummary;
 class QBoxLayout;
 class QDialog;
@@ -26,6 +27,7 @@ public:
     QLineEdit* searchLine = nullptr;
     CAppearanceLibraryBrowserCtrl* projectBrowser = nullptr;
     CAppearanceLibraryBrowserCtrl* systemBrowser = nullptr;
+    CAppearancePreviewerCtrl* previewer = nullptr;
     CAppearanceSummary* summary = nullptr;
     QPushButton* applyButton = nullptr;
     QLabel* accountLabel = nullptr;          ///< whether the account is on line

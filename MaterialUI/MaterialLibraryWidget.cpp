@@ -6,11 +6,14 @@
 #include "MaterialLibraryForm.h"
 
 #include <AppearanceLibraryBrowserCtrl.h>
+#include <AppearancePreviewerCtrl.h>
 #include <MaterialConstants.h>
 #include <MaterialHelper.h>
 
 #include <glenox/StdStringTrans.h>
 #include <kiv/AppearanceLibraryParser.h>
+#include <kiv/ShaderProgramManager.h>
+#include <kiv/TextureManager.h>
 #include <kiv/system/StoredPath.h>
 
 #include <QApplication>
@@ -25,6 +28,7 @@
 #include <QScrollBar>
 #include <QTableWidget>
 #include <QTimer>
+#include <QToolButton>
 #include <QTranslator>
 #include <QTreeWidget>
 
@@ -77,8 +81,9 @@ kiv::CAppearanceLibraryPtr addFavoriteLibrary(kiv::CAppearanceLibraryManager& ma
 }  // namespace
 
 struct CMaterialLibraryWidget::Private {
-    Private(kiv::CMaterialLibrary& materials, const std::string& name, bool cloud)
-        : manager(*materials.GetMaterialManager()), projectLibraryName(name), cloudEnabled(cloud)
+    Private(kiv::CMaterialLibrary& materials, bool release, const std::string& name, bool cloud)
+        : manager(*materials.GetMaterialManager()), releaseOnClose(release), projectLibraryName(name),
+          cloudEnabled(cloud)
     {
     }
 
@@ -87,7 +92,7 @@ struct CMaterialLibraryWidget::Private {
     void showLibraries();
     void connectSignals(QDialog& dialog) const;
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
-    void show(const kiv::CAppearanceInstancePtr& appearance) const { form.summary->ShowAppearance(appearance); }
+    void show(const kiv::CAppearanceInstancePtr& appearance) const;
     void showAwaited();
     void showCloudStatus() const;
     void markCloudRows() const;
@@ -97,6 +102,7 @@ struct CMaterialLibraryWidget::Private {
     static kiv::CAppearanceInstancePtr appearanceAt(const CAppearanceLibraryBrowserCtrl& browser, int row);
 
     kiv::CAppearanceLibraryManager& manager;
+    bool releaseOnClose;
     std::string projectLibraryName;
     bool cloudEnabled;
     std::function<void(const kiv::CAppearanceInstancePtr&)> reactor;
@@ -107,9 +113,9 @@ struct CMaterialLibraryWidget::Private {
 };
 
 CMaterialLibraryWidget::CMaterialLibraryWidget(AppearanceLibraryProvider* provider, kiv::CMaterialLibrary* library,
-                                               bool /*releaseOnClose*/, QWidget* parent, bool loadTranslation,
+                                               bool releaseOnClose, QWidget* parent, bool loadTranslation,
                                                const std::string& projectLibraryName, bool cloudEnabled)
-    : QDialog(parent), m(std::make_unique<Private>(*library, projectLibraryName, cloudEnabled))
+    : QDialog(parent), m(std::make_unique<Private>(*library, releaseOnClose, projectLibraryName, cloudEnabled))
 {
     Initilize(provider, loadTranslation);
 }
@@ -190,6 +196,9 @@ void CMaterialLibraryWidget::Private::connectSignals(QDialog& dialog) const
             SLOT(OnMaterialLibraryChange(const kiv::String&)));
     connect(form.systemBrowser->GetTableWidget()->verticalScrollBar(), SIGNAL(valueChanged(int)), &dialog,
             SLOT(OnVerticalScrollBarChanged(int)));
+    connect(form.previewer->GetApplyButton(), SIGNAL(pressed()), &dialog, SLOT(OnApplyAppearanceButton()));
+    connect(form.previewer, SIGNAL(SaveAppearance(const kiv::CAppearanceInstancePtr&)), form.projectBrowser,
+            SLOT(OnAddAppearance(const kiv::CAppearanceInstancePtr&)));
     connect(form.summary->GetApplyButton(), SIGNAL(pressed()), &dialog, SLOT(OnApplyAppearanceButton()));
     connect(form.searchLine, SIGNAL(textChanged(const QString&)), &dialog, SLOT(OnSearchValueChanged(const QString&)));
     connect(form.searchLine, SIGNAL(returnPressed()), &dialog, SLOT(OnSearchValueChangedSlot()));
@@ -258,7 +267,7 @@ void CMaterialLibraryWidget::OnApply()
 
 void CMaterialLibraryWidget::OnApplyAppearanceButton()
 {
-    const kiv::CAppearanceInstancePtr appearance = m->form.summary->GetAppearance();
+    const kiv::CAppearanceInstancePtr appearance = m->form.previewer->GetAppearance();
     if (!appearance)
         return;
     ApplyAppearance(appearance);
@@ -277,6 +286,12 @@ void CMaterialLibraryWidget::OnDoubleClickTableWidget(QModelIndex index)
         ApplyAppearance(appearance);
         m->apply(appearance);
     }
+}
+
+void CMaterialLibraryWidget::Private::show(const kiv::CAppearanceInstancePtr& appearance) const
+{
+    form.previewer->SetAppearance(appearance);
+    form.summary->ShowAppearance(appearance);
 }
 
 // The host's function may set another one while it runs.
@@ -356,6 +371,15 @@ void CMaterialLibraryWidget::hideEvent(QHideEvent* event)
     QDialog::hideEvent(event);
 }
 
+void CMaterialLibraryWidget::closeEvent(QCloseEvent* event)
+{
+    QDialog::closeEvent(event);
+    if (!m->releaseOnClose)
+        return;
+    kiv::CTextureManager::ReleaseTextures();
+    kiv::CShaderProgramManager::GetInstance().UnloadAll();
+}
+
 // In the search line the key goes to the match, and not on to the default button.
 void CMaterialLibraryWidget::keyPressEvent(QKeyEvent* event)
 {
@@ -381,7 +405,7 @@ void CMaterialLibraryWidget::Private::showAwaited()
 {
     if (!cloudEnabled || !awaited)
         return;
-    if (awaited == form.summary->GetAppearance() && kiv::CMaterialHelper::CheckResourceComplete(awaited, manager))
+    if (awaited == form.previewer->GetAppearance() && kiv::CMaterialHelper::CheckResourceComplete(awaited, manager))
         show(awaited);
     awaited.reset();
 }

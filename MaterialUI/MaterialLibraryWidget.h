@@ -15,9 +15,9 @@ class AppearanceLibraryProvider;
 class CAppearanceLibraryBrowserCtrl;
 
 /// The material dialog of the standard edition: the project's library above, the system or favourite library below, and
-/// beside them what is known of the selected appearance, where preview and editor will be. Selecting an appearance
-/// hands it to the apply reactor at once; the button "确定" announces the one to keep and closes. Escape and the
-/// window's close button reject.
+/// beside them a preview of the selected appearance and what is known of it, where the editor will be. Selecting an
+/// appearance hands it to the apply reactor at once; the button "确定" announces the one to keep and closes. Escape and
+/// the window's close button reject.
 ///
 /// What changes a library (copy, delete, remove, type change, favourites) is not built yet: the browsers' context menus
 /// stay closed and the buttons of the cloud are disabled, so that nothing looks as if it worked.
@@ -30,7 +30,7 @@ class MATERIALUI_EXPORT CMaterialLibraryWidget : public QDialog {
 
 public:
     /// Library and provider are borrowed and must outlive the dialog; the provider may be null.
-    /// `releaseOnClose`: closing frees the viewing library's textures and shader programs; it holds none yet.
+    /// `releaseOnClose`: closing frees the viewing library's textures and shader programs, of all viewers.
     /// `loadTranslation`: installs "materialui_zh.qm" from the application's folder.
     /// `projectLibraryName`: the user library that the upper browser shows.
     /// `cloudEnabled`: favourites are loaded and the cloud is offered.
@@ -80,6 +80,7 @@ protected:
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 protected slots:

@@ -1,0 +1,121 @@
+#include "ImagePreviewerCtrl.h"
+
+#include <MaterialHelper.h>
+
+#include <kiv/system/StoredPath.h>
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QRegularExpression>
+
+#include <utility>
+
+using kiv::CMaterialHelper;
+
+namespace {
+
+const char* const FileFilter =
+    "(*.jpg;*.jpeg;*.png;*.bmp);;JPEG Files(*.jpg;*.jpeg);;PNG Files(*.png);;BMP Files(*.bmp)";
+
+// Qt takes blanks, and not the semicolons of Windows, between the patterns of a filter; with them its own dialog would
+// show no file at all.
+QString qtFilter(QString filter)
+{
+    static const QRegularExpression loneSemicolon(QStringLiteral("(?<!;);(?!;)"));
+    return filter.replace(loneSemicolon, QStringLiteral(" "));
+}
+
+// Large pictures are shown from a small copy, which is only needed until it is read.
+QPixmap scaledThumbnail(const QString& path)
+{
+    const QString scaled = CMaterialHelper::ScaledPicture(path);
+    if (scaled.isEmpty())
+        return CMaterialHelper::GetTextureIcon(path);
+    const QPixmap thumbnail = CMaterialHelper::GetTextureIcon(scaled);
+    QFile::remove(scaled);
+    return thumbnail;
+}
+
+}  // namespace
+
+CImagePreviewerCtrl::CImagePreviewerCtrl(QWidget* parent) : QWidget(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setAccessibleName(tr("Image"));
+    setAccessibleDescription(tr("Press Space to choose another image"));
+}
+
+void CImagePreviewerCtrl::SetImage(const QString& path)
+{
+    display(path, CMaterialHelper::GetTextureIcon(path));
+}
+
+void CImagePreviewerCtrl::display(const QString& path, const QPixmap& thumbnail)
+{
+    m_path = path;
+    m_thumbnail = thumbnail;
+    update();
+    setToolTip(path);
+}
+
+void CImagePreviewerCtrl::OnChooseImage()
+{
+    const QPointer<CImagePreviewerCtrl> alive(this);
+    const QString chosen =
+        QFileDialog::getOpenFileName(this, tr("Choose Image"), startFolder(), qtFilter(tr(FileFilter)));
+    if (alive && !chosen.isEmpty() && CMaterialHelper::CheckTextureFileValidity(chosen))
+        takeImage(chosen);
+}
+
+QString CImagePreviewerCtrl::startFolder() const
+{
+    if (!m_path.isEmpty())
+        return QFileInfo(m_path).absolutePath();
+    return kiv::system::NativePath(QString::fromLocal8Bit(m_defaultFolder.c_str()));
+}
+
+void CImagePreviewerCtrl::takeImage(const QString& path)
+{
+    display(path, scaledThumbnail(path));
+    emit ChangeImageFile();
+}
+
+void CImagePreviewerCtrl::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (m_thumbnail.isNull()) {
+        painter.fillRect(rect(), QBrush(Qt::gray, Qt::SolidPattern));
+    } else {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawPixmap(rect(), m_thumbnail);
+    }
+    if (hasFocus()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void CImagePreviewerCtrl::mousePressEvent(QMouseEvent* event)
+{
+    m_isPressed = event->button() == Qt::LeftButton;
+}
+
+// A double click that closed the file dialog leaves a release for what lies below it.
+void CImagePreviewerCtrl::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (std::exchange(m_isPressed, false) && rect().contains(event->pos()))
+        OnChooseImage();
+}
+
+void CImagePreviewerCtrl::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Space)
+        OnChooseImage();
+    else
+        QWidget::keyPressEvent(event);
+}

@@ -1,0 +1,209 @@
+#include "UIViewerWidget.h"
+
+#include "BackgroundWorker.h"
+#include "PreviewSkybox.h"
+#include "SetStateSetWorker.h"
+#include "SwitchSceneWorker.h"
+
+#include <kiv/Viewer.h>
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+namespace {
+
+const QColor DefaultBackground(200, 200, 200, 255);
+constexpr double HeadLampIntensity = 1.0;
+
+// What is seen is also what lights the body.
+void lightByTheSky(kiv::CViewer& viewer, const std::shared_ptr<kiv::CSkybox>& skybox)
+{
+    skybox->SetImageBasedLightingEnabled(true);
+    auto* pass = dynamic_cast<kiv::CRenderScenePass*>(viewer.GetRenderPassChain().Find("kiv_main_pass"));
+    if (pass)
+        pass->GetPoolRenderer().SetEnvironment(skybox);
+}
+
+}  // namespace
+
+CUIViewerWidget::CUIViewerWidget(QWidget* parent, int firstInterval, int secondInterval)
+    : QWidget(parent), m_firstInterval(firstInterval), m_secondInterval(secondInterval),
+      m_backgroundColor(DefaultBackground)
+{
+    setAttribute(Qt::WA_PaintOnScreen);
+    setAttribute(Qt::WA_NoSystemBackground);
+    fillBackground();
+    setAutoFillBackground(true);
+    setFocusPolicy(Qt::WheelFocus);
+    m_timer.setInterval(m_firstInterval);
+    connect(&m_timer, SIGNAL(timeout()), this, SLOT(onTimer()));
+    m_timer.start();
+}
+
+CUIViewerWidget::~CUIViewerWidget() = default;
+
+void CUIViewerWidget::SetPlaceholder(QWidget* placeholder)
+{
+    if (m_viewer)
+        return;
+    m_placeholder = placeholder;
+    setVisible(!placeholder);
+}
+
+void CUIViewerWidget::fillBackground()
+{
+    QPalette filled = palette();
+    filled.setColor(QPalette::Window, m_backgroundColor);
+    setPalette(filled);
+}
+
+// ---- what is asked for, now or later
+
+void CUIViewerWidget::SetBackgroundColor(const QColor& color)
+{
+    m_backgroundColor = color;
+    fillBackground();
+    if (m_viewer)
+        CBackgroundWorker(color).Run(m_viewer.get());
+    else if (m_pendingBackground)
+        m_pendingBackground->SetColor(color);
+    else
+        m_pendingBackground = std::make_unique<CBackgroundWorker>(color);
+}
+
+void CUIViewerWidget::SwitchScene(const QString& shape)
+{
+    if (m_viewer) {
+        // Between the ticks an older wish may still wait, and would undo this one.
+        if (CSwitchSceneWorker(shape).Run(m_viewer.get(), m_node.get()))
+            m_pendingScene.reset();
+    } else if (m_pendingScene) {
+        m_pendingScene->SetShape(shape);
+    } else {
+        m_pendingScene = std::make_unique<CSwitchSceneWorker>(shape);
+    }
+}
+
+void CUIViewerWidget::SetStateSet(kiv::CStateSet* stateSet)
+{
+    if (!stateSet)
+        return;
+    if (m_stateSetWorker)
+        m_stateSetWorker->SetStateSet(stateSet);
+    else
+        m_stateSetWorker = std::make_unique<CSetStateSetWorker>(stateSet);
+    m_stateSetWorker->Run(m_viewer.get(), m_node.get());
+}
+
+// ---- the two ticks
+
+void CUIViewerWidget::onTimer()
+{
+    m_timer.stop();
+    disconnect(&m_timer, SIGNAL(timeout()), this, SLOT(onTimer()));
+    createViewer();
+    runPendingBackground();
+    setUpSky();
+    show();
+    if (m_placeholder)
+        m_placeholder->hide();
+    m_timer.setInterval(m_secondInterval);
+    connect(&m_timer, SIGNAL(timeout()), this, SLOT(onTimer2()));
+    m_timer.start();
+}
+
+void CUIViewerWidget::createViewer()
+{
+    m_viewer = std::make_unique<kiv::CViewer>(winId(), 0);
+    m_viewer->SetDefault();
+    m_viewer->GetOptions().SetViewAxesEnabled(false);
+    m_viewer->GetCamera().SetType(kiv::CCamera::Perspective, 1);
+    m_viewer->GetOptions().SetAutoAdjustRotationCenter(false);
+    m_viewer->SetViewPoint(kiv::CCamera::ViewIsometric);
+    m_node = std::make_shared<kiv::CVisualNode>("preview");
+    m_viewer->GetScene().GetRoot()->AddChild(m_node);
+    if (kiv::CLight* lamp = m_viewer->GetScene().FindLight("HeadLamp"))
+        lamp->SetIntensity(HeadLampIntensity);
+}
+
+void CUIViewerWidget::runPendingBackground()
+{
+    if (m_pendingBackground && m_pendingBackground->Run(m_viewer.get()))
+        m_pendingBackground.reset();
+}
+
+void CUIViewerWidget::setUpSky()
+{
+    kiv::CViewport& viewport = m_viewer->GetViewport();
+    if (const auto faces = PreviewSkyboxFaces(m_skyBoxFolder))
+        viewport.SetSkyBox(true, *faces, PreviewSkyboxProgram());
+    if (const auto skybox = std::dynamic_pointer_cast<kiv::CSkybox>(viewport.GetSky()))
+        lightByTheSky(*m_viewer, skybox);
+}
+
+void CUIViewerWidget::onTimer2()
+{
+    m_timer.stop();
+    if (m_pendingScene && m_pendingScene->Run(m_viewer.get(), m_node.get()))
+        m_pendingScene.reset();
+    if (m_stateSetWorker)
+        m_stateSetWorker->Run(m_viewer.get(), m_node.get());
+}
+
+// ---- input
+
+void CUIViewerWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (!forwardKey(kiv::KeyPressEvent, *event))
+        QWidget::keyPressEvent(event);
+}
+
+void CUIViewerWidget::keyReleaseEvent(QKeyEvent* event)
+{
+    if (!forwardKey(kiv::KeyReleaseEvent, *event))
+        QWidget::keyReleaseEvent(event);
+}
+
+// What the viewer has no use for goes on to the dialog: Escape closes it.
+bool CUIViewerWidget::forwardKey(int type, const QKeyEvent& event)
+{
+    return m_viewer && m_viewer->ProcessEvent(kiv::CKeyEventArgs(type, event.nativeVirtualKey()));
+}
+
+void CUIViewerWidget::mousePressEvent(QMouseEvent* event)
+{
+    forwardMouse(kiv::MousePressEvent, *event, event->button());
+}
+
+void CUIViewerWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    forwardMouse(kiv::MouseReleaseEvent, *event, event->button());
+}
+
+void CUIViewerWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    forwardMouse(kiv::MouseDoubleClickEvent, *event, event->button());
+}
+
+void CUIViewerWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    forwardMouse(kiv::MouseMoveEvent, *event, event->buttons());
+}
+
+// A press that was let through would give the drag behind it to the parent.
+void CUIViewerWidget::forwardMouse(int type, QMouseEvent& event, unsigned buttons)
+{
+    event.setAccepted(m_viewer != nullptr);
+    if (m_viewer)
+        m_viewer->ProcessEvent(
+            kiv::CMouseEventArgs(type, event.x(), event.y(), 0, buttons, unsigned(event.modifiers())));
+}
+
+void CUIViewerWidget::wheelEvent(QWheelEvent* event)
+{
+    const QPoint place = event->position().toPoint();
+    const kiv::CMouseEventArgs args(kiv::MouseWheelEvent, place.x(), place.y(), event->angleDelta().y(),
+                                    unsigned(event->buttons()), unsigned(event->modifiers()));
+    event->setAccepted(m_viewer && m_viewer->ProcessEvent(args));
+}
