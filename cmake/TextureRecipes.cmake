@@ -20,3 +20,17 @@ function(add_textures target recipes out)
   endforeach()
   add_custom_target(${target} DEPENDS ${pictures})
 endfunction()
+
+# add_sky(target out): makes the six faces of the sky box, again only when the tool changed.
+function(add_sky target out)
+  set(faces)
+  foreach(face back front left right top bottom)
+    list(APPEND faces ${out}/cube01_${face}.jpg)
+  endforeach()
+  add_custom_command(OUTPUT ${faces}
+    COMMAND texture-recipes --sky ${out}
+    DEPENDS texture-recipes
+    COMMENT "Sky box"
+    VERBATIM)
+  add_custom_target(${target} DEPENDS ${faces})
+endfunction()

@@ -1,6 +1,7 @@
 // Makes the textures of the material library from their recipes.
 #include "ContactSheet.h"
 #include "Recipe.h"
+#include "Sky.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -14,7 +15,7 @@
 namespace {
 
 struct Options {
-    QString recipes, out, only, sheet;
+    QString recipes, out, only, sheet, sky;
     int size = 0;  ///< 0 when what was given is none
     bool normals = false;
 };
@@ -40,14 +41,12 @@ Options parse(const QCoreApplication& application)
                        {"only", "Make only names that match this pattern.", "pattern", "*"},
                        {"size", "The side of a picture in pixels (16 to 4096).", "pixels", "512"},
                        {"normals", "Also make the normal maps of the recipes that have relief."},
-                       {"sheet", "Also draw a contact sheet to this file.", "file"}});
+                       {"sheet", "Also draw a contact sheet to this file.", "file"},
+                       {"sky", "Make the six faces of the sky box in this folder, and nothing else.", "folder"}});
     parser.process(application);
     const int size = parser.value("size").toInt();
-    return {parser.value("recipes"),
-            parser.value("out"),
-            parser.value("only"),
-            parser.value("sheet"),
-            size >= 16 && size <= 4096 ? size : 0,
+    return {parser.value("recipes"), parser.value("out"), parser.value("only"),
+            parser.value("sheet"),   parser.value("sky"), size >= 16 && size <= 4096 ? size : 0,
             parser.isSet("normals")};
 }
 
@@ -69,12 +68,24 @@ bool makeAll(const QStringList& names, const Options& options)
     return good;
 }
 
+int makeSkyBox(const Options& options)
+{
+    const QString problem = options.size == 0 || !QDir().mkpath(options.sky)
+                                ? QStringLiteral("nowhere to put the sky box, or no size that it can have: see --help")
+                                : makeSky(options.sky, options.size);
+    if (!problem.isEmpty())
+        std::fprintf(stderr, "%s\n", qPrintable(problem));
+    return problem.isEmpty() ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
 {
     const auto application = makeApplication(argc, argv);
     const Options options = parse(*application);
+    if (!options.sky.isEmpty())
+        return makeSkyBox(options);
     QStringList names;
     for (const QFileInfo& file :
          QDir(options.recipes).entryInfoList({options.only + QStringLiteral(".json")}, QDir::Files, QDir::Name))
