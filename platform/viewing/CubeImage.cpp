@@ -62,22 +62,6 @@ void addRow(const QImage& picture, int row, float weight, std::vector<CLight>& s
 
 }  // namespace
 
-CCubePlace CubePlaceOf(const CVec3<float>& direction)
-{
-    const auto [x, y, z] = direction;
-    const float ax = std::abs(x), ay = std::abs(y), az = std::abs(z);
-    if (ax >= ay && ax >= az) {
-        const float scale = 1 / ax;
-        return {x > 0 ? 0 : 1, (x > 0 ? -z : z) * scale, -y * scale};
-    }
-    if (ay >= az) {
-        const float scale = 1 / ay;
-        return {y > 0 ? 2 : 3, x * scale, (y > 0 ? z : -z) * scale};
-    }
-    const float scale = 1 / az;
-    return {z > 0 ? 4 : 5, (z > 0 ? x : -x) * scale, -y * scale};
-}
-
 CVec3<float> CubeDirection(const CCubePlace& place)
 {
     const float s = place.s, t = place.t;

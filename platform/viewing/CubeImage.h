@@ -5,6 +5,7 @@
 
 #include <kiv/Vector.h>
 
+#include <cmath>
 #include <vector>
 
 namespace kiv {
@@ -15,8 +16,23 @@ struct CCubePlace {
     float s, t;
 };
 
-/// As OpenGL looks a direction up; it need not have a length of 1, only one above 0.
-CCubePlace CubePlaceOf(const CVec3<float>& direction);
+/// As OpenGL looks a direction up; it need not have a length of 1, only one above 0. Here, since filtering is for the
+/// most part this.
+inline CCubePlace CubePlaceOf(const CVec3<float>& direction)
+{
+    const auto [x, y, z] = direction;
+    const float ax = std::abs(x), ay = std::abs(y), az = std::abs(z);
+    if (ax >= ay && ax >= az) {
+        const float scale = 1 / ax;
+        return {x > 0 ? 0 : 1, (x > 0 ? -z : z) * scale, -y * scale};
+    }
+    if (ay >= az) {
+        const float scale = 1 / ay;
+        return {y > 0 ? 2 : 3, x * scale, (y > 0 ? z : -z) * scale};
+    }
+    const float scale = 1 / az;
+    return {z > 0 ? 4 : 5, (z > 0 ? x : -x) * scale, -y * scale};
+}
 /// The other way; not normalised, its largest component is 1 or -1.
 CVec3<float> CubeDirection(const CCubePlace& place);
 
