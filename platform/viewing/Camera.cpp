@@ -16,7 +16,7 @@ struct CSide {
 };
 
 // By EnViewPoint. Yaw 0 looks along +y.
-constexpr CSide Sides[] = {{-Pi / 5, Pi / 7},  {0, 0}, {Pi, 0}, {-Pi / 2, 0}, {Pi / 2, 0}, {0, SteepestPitch},
+constexpr CSide Sides[] = {{-Pi / 5, Pi / 15}, {0, 0}, {Pi, 0}, {-Pi / 2, 0}, {Pi / 2, 0}, {0, SteepestPitch},
                            {0, -SteepestPitch}};
 
 }  // namespace

@@ -22,6 +22,18 @@ void grow(const CVisualNode& node, bool& found, CVec3<float>& lowest, CVec3<floa
         grow(*child, found, lowest, highest);
 }
 
+double farthest(const CVisualNode& node, const CVec3<double>& centre)
+{
+    double radius = 0;
+    if (node.GetRenderable()) {
+        for (const CVec3<float>& v : node.GetRenderable()->GetVertexArray())
+            radius = std::max(radius, std::hypot(v.x - centre.x, v.y - centre.y, v.z - centre.z));
+    }
+    for (const CVisualNodePtr& child : node.GetChildren())
+        radius = std::max(radius, farthest(*child, centre));
+    return radius;
+}
+
 }  // namespace
 
 void CVisualNode::AddChild(const std::shared_ptr<CVisualNode>& child)
@@ -61,6 +73,11 @@ bool CScene::GetBounds(CVec3<float>& lowest, CVec3<float>& highest) const
     bool found = false;
     grow(*m_root, found, lowest, highest);
     return found;
+}
+
+double CScene::GetRadius(const CVec3<double>& centre) const
+{
+    return farthest(*m_root, centre);
 }
 
 }  // namespace kiv

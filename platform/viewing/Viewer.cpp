@@ -187,8 +187,7 @@ void CViewer::ZoomAll()
     if (m->scene.GetBounds(low, high)) {
         const CVec3<double> centre((double(low.x) + high.x) / 2, (double(low.y) + high.y) / 2,
                                    (double(low.z) + high.z) / 2);
-        const double radius = std::hypot(double(high.x) - low.x, double(high.y) - low.y, double(high.z) - low.z) / 2;
-        m->camera.Fit(centre, radius * FitMargin, m->aspect());
+        m->camera.Fit(centre, m->scene.GetRadius(centre) * FitMargin, m->aspect());
     }
     m->home = m->camera;
     SetDirty();

@@ -82,7 +82,7 @@ void write(CLinkedProgram& program, const std::string& name, const CStateSet::Un
 
 CPrimitiveRenderablePtr makeSkyBody()
 {
-    auto body = std::make_shared<CPrimitiveRenderable>();
+    auto body = std::make_shared<CPrimitiveRenderable>(CPrimitiveRenderable::Triangles, 1);
     std::vector<CVec3<float>> corners;
     for (int i = 0; i < 8; ++i)
         corners.emplace_back(i & 1 ? 1.0F : -1.0F, i & 2 ? 1.0F : -1.0F, i & 4 ? 1.0F : -1.0F);

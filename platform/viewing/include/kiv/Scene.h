@@ -73,6 +73,8 @@ public:
     const std::vector<std::unique_ptr<CLight>>& GetLights() const { return m_lights; }
     /// Lowest and highest corner of all that is drawable; false when nothing is.
     bool GetBounds(CVec3<float>& lowest, CVec3<float>& highest) const;
+    /// The radius of the sphere around the point that holds all that is drawable.
+    double GetRadius(const CVec3<double>& centre) const;
 
 private:
     friend class CLocker;

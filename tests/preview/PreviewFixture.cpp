@@ -1,0 +1,63 @@
+#include "PreviewFixture.h"
+
+#include <PreviewBodies.h>
+#include <PreviewSkybox.h>
+
+PreviewFixture::PreviewFixture()
+{
+    const std::wstring data = QStringLiteral(MATERIAL_DATA_DIR).toStdWString();
+    m_library.Open({data, data + L"/textures", {}});
+    m_viewer.SetDefault();
+    m_viewer.GetOptions().SetViewAxesEnabled(false);
+    m_viewer.GetCamera().SetType(0, 1);
+    m_viewer.GetScene().GetRoot()->AddChild(m_node);
+    m_viewer.GetScene().FindLight("HeadLamp")->SetIntensity(1.0);
+    m_viewer.SetViewPoint(0);
+    setShape("Sphere");
+}
+
+kiv::CAppearanceInstancePtr PreviewFixture::material(const QString& name)
+{
+    for (const auto& entry : *manager().GetSystemLibrary()) {
+        if (entry.second->GetName() == name.toStdString())
+            return entry.second;
+    }
+    qFatal("no material \"%s\"", qPrintable(name));
+}
+
+void PreviewFixture::setShape(const QString& shape)
+{
+    m_node->SetRenderable(MakePreviewBody(shape));
+    m_viewer.ZoomAll();
+}
+
+void PreviewFixture::setMaterial(const kiv::CAppearanceInstancePtr& material)
+{
+    GRefPtr<kiv::CStateSet> stateSet(new kiv::CStateSet);
+    manager().UsePreEnvironmentMap(true);
+    manager().Translate(material, stateSet.get());
+    manager().UsePreEnvironmentMap(false);
+    m_node->SetStateSet(stateSet.get());
+}
+
+void PreviewFixture::setSky(const QString& folder)
+{
+    const auto faces = PreviewSkyboxFaces(folder.toStdWString());
+    m_viewer.GetViewport().SetSkyBox(faces.has_value(), faces.value_or(kiv::CSkybox::Faces()), PreviewSkyboxProgram());
+    const auto sky = std::dynamic_pointer_cast<kiv::CSkybox>(m_viewer.GetViewport().GetSky());
+    if (sky)
+        sky->SetImageBasedLightingEnabled(true);
+    auto* pass = dynamic_cast<kiv::CRenderScenePass*>(m_viewer.GetRenderPassChain().Find("kiv_main_pass"));
+    pass->GetPoolRenderer().SetEnvironment(sky);
+}
+
+QString PreviewFixture::shippedSky()
+{
+    return QStringLiteral(MATERIAL_DATA_DIR "/textures/skybox/");
+}
+
+QImage PreviewFixture::picture(int width, int height)
+{
+    const kiv::CImagePtr image = m_viewer.Snapshot(width, height);
+    return image ? QImage(image->GetData(), width, height, QImage::Format_RGBA8888).copy() : QImage();
+}
