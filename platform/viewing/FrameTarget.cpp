@@ -5,19 +5,13 @@
 
 namespace kiv {
 
-namespace {
-
-constexpr int Samples = 4;
-
-}  // namespace
-
 bool CFrameTarget::prepare(const QSize& size)
 {
     if (m_picture && m_picture->size() == size)
         return true;
     QOpenGLFramebufferObjectFormat format;
     format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
-    format.setSamples(Samples);
+    format.setSamples(m_wantedSamples);
     m_samples = std::make_unique<QOpenGLFramebufferObject>(size, format);
     m_picture = std::make_unique<QOpenGLFramebufferObject>(size);
     if (m_samples->isValid() && m_picture->isValid())

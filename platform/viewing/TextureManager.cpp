@@ -97,6 +97,7 @@ void CTextureManager::ReleaseTextures()
         return;
     const CRenderDevice::CCurrent current(*device);
     device->GetTextures().Release();
+    device->GetSkies().Release();
 }
 
 }  // namespace kiv

@@ -8,6 +8,7 @@
 #include "gl/SceneRenderer.h"
 
 #include <QPainter>
+#include <QTimer>
 
 #include <cmath>
 #include <cstring>
@@ -18,6 +19,8 @@ namespace {
 
 constexpr int MaxSide = 8192;
 constexpr double FitMargin = 1.08;
+constexpr int Samples = 4;
+constexpr int RestMs = 120;  // without a movement, until the picture is drawn again with smooth edges
 
 bool isGood(const QSize& size)
 {
@@ -55,6 +58,9 @@ struct CViewer::Private {
             return;
         renderer = std::make_unique<CSceneRenderer>(*device);
         listener = device->GetTextures().AddListener([this] { setDirty(); });
+        rest.setSingleShot(true);
+        rest.setInterval(RestMs);
+        QObject::connect(&rest, &QTimer::timeout, [this] { setDirty(); });
     }
 
     ~Private()
@@ -64,7 +70,8 @@ struct CViewer::Private {
             return;
         device->GetTextures().RemoveListener(listener);
         const CRenderDevice::CCurrent current(*device);
-        target.Release();
+        still.Release();
+        moving.Release();
         renderer.reset();
     }
 
@@ -98,8 +105,9 @@ struct CViewer::Private {
             return {};
         const CScene::CLocker locker(scene);
         const double width = size.width();
-        const CFrame frame{scene, camera, viewport, passes, background, width / size.height()};
-        const QImage picture = target.Draw(size, [&] { renderer->Draw(frame); });
+        const bool isFine = !rest.isActive();
+        const CFrame frame{scene, camera, viewport, passes, background, width / size.height(), isFine};
+        const QImage picture = (isFine ? still : moving).Draw(size, [&] { renderer->Draw(frame); });
         frames += picture.isNull() ? 0 : 1;
         return picture;
     }
@@ -114,7 +122,9 @@ struct CViewer::Private {
     CViewport viewport;
     CRenderPassChain passes;
     CColor background{200, 200, 200};
-    CFrameTarget target;
+    CFrameTarget still{Samples};
+    CFrameTarget moving{0};
+    QTimer rest;  // runs while the view moves: then frames are to be fast, and afterwards fine
     std::unique_ptr<CSceneRenderer> renderer;  // null when nothing can be drawn
     CViewerInput input;
     int listener = 0;
@@ -203,6 +213,7 @@ bool CViewer::ProcessEvent(const CEventArgs& event)
     const auto* mouse = dynamic_cast<const CMouseEventArgs*>(&event);
     if (!mouse || !m->input.Process(*mouse, m->windowSize().height(), m->camera, m->home))
         return false;
+    m->rest.start();
     SetDirty();
     return true;
 }
@@ -225,6 +236,7 @@ CImagePtr CViewer::Snapshot(int width, int height)
 {
     if (!isGood({width, height}) || !m->renderer)
         return nullptr;
+    m->rest.stop();
     // The first drawing asks for the pictures, the second has them.
     QImage picture = m->draw({width, height});
     m->device->GetTextures().WaitForPending();

@@ -80,10 +80,11 @@ QByteArray CProgramStore::header() const
     return "#version 120\n#extension GL_ARB_shader_texture_lod : require\n";
 }
 
-bool CProgramStore::link(CLinkedProgram& linked, const QByteArray& vertex, const QByteArray& fragment,
-                         const std::string& name)
+CProgramStore::Entry CProgramStore::link(const QByteArray& vertex, const QByteArray& fragment,
+                                         const std::string& name) const
 {
-    QOpenGLShaderProgram& program = linked.Get();
+    auto linked = std::make_unique<CLinkedProgram>();
+    QOpenGLShaderProgram& program = linked->Get();
     program.bindAttributeLocation("attrVertex", VertexAttribute);
     program.bindAttributeLocation("attrNormal", NormalAttribute);
     program.bindAttributeLocation("attrTexCoord0", TexCoord0Attribute);
@@ -95,54 +96,60 @@ bool CProgramStore::link(CLinkedProgram& linked, const QByteArray& vertex, const
                           program.addShader(&vertexShader) && program.addShader(&fragmentShader) && program.link();
     program.removeAllShaders();
     if (isLinked)
-        return true;
-    m_reason = "the shader program \"" + name + "\" cannot be used: " +
-               (vertexShader.log() + fragmentShader.log() + program.log()).trimmed().toStdString();
-    return false;
+        return {std::move(linked), {}};
+    return {nullptr, "the shader program \"" + name + "\" cannot be used: " +
+                         (vertexShader.log() + fragmentShader.log() + program.log()).trimmed().toStdString()};
 }
 
-void CProgramStore::forgetOldGeneration()
+void CProgramStore::BeginFrame()
 {
     const unsigned generation = CShaderProgramManager::GetInstance().GetGeneration();
     if (generation != m_generation)
         m_programs.clear();
     m_generation = generation;
+    m_reason.clear();
+}
+
+CLinkedProgram* CProgramStore::use(const Entry& entry)
+{
+    if (!entry.linked)
+        m_reason = entry.reason;
+    return entry.linked.get();
 }
 
 CLinkedProgram* CProgramStore::surfaceProgram(const std::string& parts)
 {
-    const auto known = m_programs.find(parts);
-    if (known != m_programs.end())
-        return known->second.get();
-    auto linked = std::make_unique<CLinkedProgram>();
-    if (!link(*linked, header() + textOf("surface.vert"), header() + fragmentText(parts), parts))
-        linked.reset();
-    return (m_programs[parts] = std::move(linked)).get();
+    auto known = m_programs.find(parts);
+    if (known == m_programs.end())
+        known =
+            m_programs.emplace(parts, link(header() + textOf("surface.vert"), header() + fragmentText(parts), parts))
+                .first;
+    return use(known->second);
 }
 
 CLinkedProgram* CProgramStore::SurfaceProgram(const CStateSet& stateSet)
 {
-    forgetOldGeneration();
     CLinkedProgram* program = surfaceProgram(keyOf(stateSet));
     return program ? program : surfaceProgram(Plain);
 }
 
 CLinkedProgram* CProgramStore::Link(const CShaderProgram& program)
 {
-    forgetOldGeneration();
-    if (!program.IsComplete())
+    if (!program.IsComplete()) {
+        m_reason = "the shader program \"" + program.GetName() + "\" lacks a shader";
         return nullptr;
+    }
     const std::string& vertex = program.GetShader(CShader::Vertex)->GetSource();
     const std::string& fragment = program.GetShader(CShader::Fragment)->GetSource();
     // A text may be loaded anew under the same name.
     const std::string key = program.GetName() + '\0' + vertex + '\0' + fragment;
-    const auto known = m_programs.find(key);
-    if (known != m_programs.end())
-        return known->second.get();
-    auto linked = std::make_unique<CLinkedProgram>();
-    if (!link(*linked, QByteArray::fromStdString(vertex), QByteArray::fromStdString(fragment), program.GetName()))
-        linked.reset();
-    return (m_programs[key] = std::move(linked)).get();
+    auto known = m_programs.find(key);
+    if (known == m_programs.end())
+        known = m_programs
+                    .emplace(key, link(QByteArray::fromStdString(vertex), QByteArray::fromStdString(fragment),
+                                       program.GetName()))
+                    .first;
+    return use(known->second);
 }
 
 }  // namespace kiv

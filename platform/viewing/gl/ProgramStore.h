@@ -30,22 +30,31 @@ class CProgramStore {
 public:
     explicit CProgramStore(CRenderDevice& device) : m_device(device) {}
 
+    /// Forgets the reason, and all programs when the program manager has unloaded them.
+    void BeginFrame();
     /// The program of a surface: its parts one after the other, or the plain colour for an unshaded one. Where none of
     /// the parts is known or the text does not compile, the plain colour too; of the latter the reason is kept.
     CLinkedProgram* SurfaceProgram(const CStateSet& stateSet);
-    /// Null when it does not compile; the reason is kept.
+    /// Null when it is not complete or does not compile; the reason is kept.
     CLinkedProgram* Link(const CShaderProgram& program);
 
+    /// What is wrong with a program that this frame asked for; empty while nothing is.
     const std::string& GetReason() const { return m_reason; }
 
 private:
+    struct Entry {
+        std::unique_ptr<CLinkedProgram> linked;  // null: it did not compile
+        std::string reason;
+    };
+
     CLinkedProgram* surfaceProgram(const std::string& parts);
-    void forgetOldGeneration();
-    bool link(CLinkedProgram& linked, const QByteArray& vertex, const QByteArray& fragment, const std::string& name);
+    /// The program of an entry, and why there is none.
+    CLinkedProgram* use(const Entry& entry);
+    Entry link(const QByteArray& vertex, const QByteArray& fragment, const std::string& name) const;
     QByteArray header() const;
 
     CRenderDevice& m_device;
-    std::map<std::string, std::unique_ptr<CLinkedProgram>> m_programs;  // null: it did not compile
+    std::map<std::string, Entry> m_programs;
     unsigned m_generation = 0;
     std::string m_reason;
 };

@@ -127,6 +127,8 @@ void CSceneRenderer::Draw(const CFrame& frame)
     const auto environment = pass ? pass->GetPoolRenderer().GetEnvironment() : nullptr;
     const bool lights = environment && environment->IsImageBasedLightingEnabled();
     m_environment = lights ? m_device.GetSkies().Of(*environment) : nullptr;
+    if (lights && !m_environment)
+        m_reason = environment->GetReason();
 
     m_opaque.clear();
     m_transparent.clear();
@@ -134,7 +136,8 @@ void CSceneRenderer::Draw(const CFrame& frame)
     std::stable_sort(m_transparent.begin(), m_transparent.end(),
                      [](const Item& a, const Item& b) { return a.distance > b.distance; });
 
-    m_device.GetTextures().BeginFrame();
+    m_device.GetTextures().BeginFrame(frame.isFine);
+    m_device.GetPrograms().BeginFrame();
     gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     gl.glDepthMask(GL_TRUE);
     gl.glClearColor(float(frame.background.r) / 255, float(frame.background.g) / 255, float(frame.background.b) / 255,
@@ -238,7 +241,8 @@ void CSceneRenderer::drawSky(const CFrame& frame)
 {
     auto* sky = dynamic_cast<CSkybox*>(frame.viewport.GetSky().get());
     const CSkyTextures* textures = sky ? m_device.GetSkies().Of(*sky) : nullptr;
-    CLinkedProgram* program = textures ? m_device.GetPrograms().Link(*sky->GetProgram()) : nullptr;
+    const bool isDrawable = textures && sky->GetProgram();
+    CLinkedProgram* program = isDrawable ? m_device.GetPrograms().Link(*sky->GetProgram()) : nullptr;
     if (sky && !textures)
         m_reason = sky->GetReason();
     if (!program || !program->Get().bind())

@@ -21,7 +21,8 @@ struct CFrame {
     CViewport& viewport;
     CRenderPassChain& passes;
     CColor background;
-    double aspect = 1;  ///< width over height
+    double aspect = 1;   ///< width over height
+    bool isFine = true;  ///< false while the view moves
 };
 
 /// The matrix from the world to the clip space of OpenGL.

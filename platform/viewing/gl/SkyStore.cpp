@@ -68,12 +68,18 @@ unsigned lightingCube(QOpenGLExtraFunctions& gl, const CEnvironmentLighting& lig
 
 CSkyStore::~CSkyStore()
 {
+    Release();
+    m_device.GetFunctions().glDeleteTextures(1, &m_brdfTable);
+}
+
+void CSkyStore::Release()
+{
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     for (const auto& entry : m_skies) {
         const unsigned names[] = {entry.second.shown, entry.second.lighting};
         gl.glDeleteTextures(2, names);
     }
-    gl.glDeleteTextures(1, &m_brdfTable);
+    m_skies.clear();
 }
 
 CSkyTextures CSkyStore::make(const CSkybox::Faces& files)

@@ -30,6 +30,8 @@ public:
     const CSkyTextures* Of(CSkybox& sky);
     /// A texture of two channels: CBrdfTable.
     unsigned GetBrdfTable();
+    /// Lets go of all skies; what is still shown is read again.
+    void Release();
 
 private:
     CSkyTextures make(const CSkybox::Faces& files);

@@ -62,8 +62,10 @@ CTextureStore::~CTextureStore()
         free(entry.second);
 }
 
-void CTextureStore::BeginFrame()
+void CTextureStore::BeginFrame(bool isFine)
 {
+    m_isFine = isFine;
+    m_reason.clear();
     ++m_frame;
     std::vector<Decoded> arrived;
     {
@@ -85,6 +87,8 @@ bool CTextureStore::Bind(unsigned unit, const CTextureBinding& binding)
         m_reason = "there is no picture \"" + QString::fromStdWString(binding.file).toStdString() + "\"";
     else if (texture.modified != modified && !texture.isPending)
         decodeLater(key, modified);
+    if (texture.name == 0 && !texture.isPending && modified.isValid())
+        m_reason = "the picture \"" + QString::fromStdWString(binding.file).toStdString() + "\" cannot be read";
     if (texture.name == 0)
         return false;
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
@@ -92,6 +96,8 @@ bool CTextureStore::Bind(unsigned unit, const CTextureBinding& binding)
     gl.glBindTexture(GL_TEXTURE_2D, texture.name);
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GLint(wrapOf(binding.wrapU)));
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GLint(wrapOf(binding.wrapV)));
+    if (m_anisotropy > 1)
+        gl.glTexParameterf(GL_TEXTURE_2D, TextureAnisotropy, m_isFine ? m_anisotropy : 1);
     return true;
 }
 
@@ -127,10 +133,8 @@ void CTextureStore::upload(const Decoded& decoded)
     texture.isPending = false;
     texture.modified = decoded.modified;
     texture.lastFrame = m_frame;
-    if (decoded.levels.empty()) {
-        m_reason = "the picture \"" + QString::fromStdWString(decoded.key.first).toStdString() + "\" cannot be read";
+    if (decoded.levels.empty())
         return;
-    }
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     gl.glGenTextures(1, &texture.name);
     gl.glActiveTexture(GL_TEXTURE0);
@@ -145,8 +149,6 @@ void CTextureStore::upload(const Decoded& decoded)
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, index - 1);
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    if (m_anisotropy > 1)
-        gl.glTexParameterf(GL_TEXTURE_2D, TextureAnisotropy, m_anisotropy);
     m_bytes += texture.bytes;
 }
 

@@ -25,8 +25,9 @@ public:
     explicit CTextureStore(CRenderDevice& device);
     ~CTextureStore();
 
-    /// Takes over what was decoded since the last frame.
-    void BeginFrame();
+    /// Takes over what was decoded since the last frame, and forgets the reason. A fine frame is filtered along the
+    /// direction of view as far as the driver can, others as cheaply as it can.
+    void BeginFrame(bool isFine);
     /// Binds the picture to a unit with the binding's wrapping. False while it is being read, and for a file that
     /// cannot be read (see GetReason).
     bool Bind(unsigned unit, const CTextureBinding& binding);
@@ -38,6 +39,7 @@ public:
     int AddListener(std::function<void()> listener);
     void RemoveListener(int key);
 
+    /// What is wrong with a picture that this frame asked for; empty while nothing is.
     const std::string& GetReason() const { return m_reason; }
     std::size_t GetBytes() const { return m_bytes; }
 
@@ -70,6 +72,7 @@ private:
     unsigned m_frame = 0;
     int m_nextListener = 0;
     float m_anisotropy = 1;
+    bool m_isFine = true;
     std::string m_reason;
     QMutex m_mutex;
     std::vector<Decoded> m_decoded;  // by the threads

@@ -72,5 +72,5 @@ vec3 environmentLightFast(Surface s, vec3 f0)
 
 vec3 ownLight()
 {
-    return decodeSrgb(lightColor.rgb) * lightPower;
+    return decodeSrgb(lightColor.rgb) * max(lightPower, 0.0);
 }

@@ -37,6 +37,7 @@ const float PI = 3.14159265359;
 
 vec3 decodeSrgb(vec3 c)
 {
+    c = clamp(c, 0.0, 1.0);
     return mix(c / 12.92, pow((c + 0.055) / 1.055, vec3(2.4)), step(0.04045, c));
 }
 
@@ -59,7 +60,7 @@ vec2 textureAt(mat3 transform)
 vec3 reliefNormal(vec3 smoothNormal)
 {
     vec3 texel = texture2D(bumpTexture, textureAt(bumpTrf)).rgb * 2.0 - 1.0;
-    texel.xy *= bumpStrength;
+    texel.xy *= clamp(bumpStrength, -16.0, 16.0);
     // The picture's axes, turned with the texture on the surface; a mirrored picture mirrors its relief.
     vec2 right = normalize(vec2(bumpTrf[0][0], bumpTrf[1][0]) + vec2(1e-9, 0.0));
     vec2 up = normalize(vec2(bumpTrf[0][1], bumpTrf[1][1]) + vec2(0.0, 1e-9));
