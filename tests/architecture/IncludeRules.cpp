@@ -41,7 +41,7 @@ const QList<Room>& rooms()
         platformRoom("glenox", {}),
         {"platform/system", {"platform/glenox"}, {}, {"QMessageBox"}},
         platformRoom("cloud", {"platform/glenox", "platform/system"}),
-        platformRoom("viewing", {"platform/geometry", "platform/glenox", "platform/system"}),
+        {"platform/viewing", {"platform/geometry", "platform/glenox", "platform/system"}, {}, {"QWidget"}},
         platformRoom("model", {"platform/viewing", "platform/geometry", "platform/glenox", "platform/system"}),
         {"MaterialUI/model", s_platform, {}, {"QApplication", "QMessageBox"}},
         productRoom("browser"),
