@@ -1,8 +1,11 @@
 #include "DialogFixture.h"
 
 #include <AppearanceLibraryBrowserCtrl.h>
+#include <SceneWidget.h>
 
 #include <MaterialTest.h>
+
+#include <kiv/Viewer.h>
 
 #include <QLabel>
 #include <QPushButton>
@@ -93,8 +96,13 @@ QString TestedDialog::shownName() const
 
 QColor TestedDialog::shownPixel() const
 {
-    auto* picture = findChild<QWidget*>("SummaryPicture");
-    return picture->grab().toImage().pixelColor(picture->rect().center());
+    constexpr int side = 32;
+    kiv::CViewer* viewer = findChild<CSceneWidget*>()->GetViewer();
+    const kiv::CImagePtr picture = viewer ? viewer->Snapshot(side, side) : nullptr;
+    if (!picture)
+        return {};
+    const unsigned char* pixel = picture->GetData() + (side / 2 * side + side / 2) * 4;
+    return {pixel[0], pixel[1], pixel[2]};
 }
 
 void TestedDialog::ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance)

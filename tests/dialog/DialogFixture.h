@@ -34,8 +34,9 @@ public:
     static void clickRow(const CAppearanceLibraryBrowserCtrl* browser, const QString& id);
     static void doubleClickRow(const CAppearanceLibraryBrowserCtrl* browser, const QString& id);
 
-    /// The name, and a pixel in the middle of the picture, in the right-hand column.
+    /// The name in the right-hand column.
     QString shownName() const;
+    /// A pixel in the middle of the preview; invalid while there is no preview yet.
     QColor shownPixel() const;
 
     QStringList applied;  ///< what ApplyAppearance was called with
