@@ -85,10 +85,46 @@
     </message>
 </context>
 <context>
-    <name>CAppearancePicture</name>
+    <name>CAppearancePreviewerCtrl</name>
     <message>
-        <source>纹理图片无法读取</source>
-        <translation>纹理图片无法读取</translation>
+        <source>预览形状</source>
+        <translation>预览形状</translation>
+    </message>
+    <message>
+        <source>着色质量</source>
+        <translation>着色质量</translation>
+    </message>
+    <message>
+        <source>背景颜色</source>
+        <translation>背景颜色</translation>
+    </message>
+    <message>
+        <source>正在准备预览…</source>
+        <translation>正在准备预览…</translation>
+    </message>
+    <message>
+        <source>拖动旋转，中键平移，滚轮缩放，双击复位</source>
+        <translation>拖动旋转，中键平移，滚轮缩放，双击复位</translation>
+    </message>
+    <message>
+        <source>材质预览</source>
+        <translation>材质预览</translation>
+    </message>
+    <message>
+        <source>应用到场景</source>
+        <translation>应用到场景</translation>
+    </message>
+    <message>
+        <source>保存到库中</source>
+        <translation>保存到库中</translation>
+    </message>
+    <message>
+        <source>添加材质</source>
+        <translation>添加材质</translation>
+    </message>
+    <message>
+        <source>删除材质</source>
+        <translation>删除材质</translation>
     </message>
 </context>
 <context>
@@ -296,6 +332,25 @@
     <message>
         <source>取消</source>
         <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>CImagePreviewerCtrl</name>
+    <message>
+        <source>Image</source>
+        <translation>图片</translation>
+    </message>
+    <message>
+        <source>Press Space to choose another image</source>
+        <translation>按空格键选择其他图片</translation>
+    </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>选择图片</translation>
+    </message>
+    <message>
+        <source>(*.jpg;*.jpeg;*.png;*.bmp);;JPEG Files(*.jpg;*.jpeg);;PNG Files(*.png);;BMP Files(*.bmp)</source>
+        <translation>(*.jpg;*.jpeg;*.png;*.bmp);;JPEG 文件(*.jpg;*.jpeg);;PNG 文件(*.png);;BMP 文件(*.bmp)</translation>
     </message>
 </context>
 <context>

@@ -18,8 +18,8 @@ using kiv::CMaterialHelper;
 
 namespace {
 
-const char* const FileFilter =
-    "(*.jpg;*.jpeg;*.png;*.bmp);;JPEG Files(*.jpg;*.jpeg);;PNG Files(*.png);;BMP Files(*.bmp)";
+const char* const FileFilter = QT_TRANSLATE_NOOP(
+    "CImagePreviewerCtrl", "(*.jpg;*.jpeg;*.png;*.bmp);;JPEG Files(*.jpg;*.jpeg);;PNG Files(*.png);;BMP Files(*.bmp)");
 
 // Qt takes blanks, and not the semicolons of Windows, between the patterns of a filter; with them its own dialog would
 // show no file at all.
