@@ -239,8 +239,9 @@ CImagePtr CViewer::Snapshot(int width, int height)
     m->rest.stop();
     // The first drawing asks for the pictures, the second has them.
     QImage picture = m->draw({width, height});
-    m->device->GetTextures().WaitForPending();
-    picture = m->draw({width, height}).convertToFormat(QImage::Format_RGBA8888);
+    if (m->device->GetTextures().WaitForPending())
+        picture = m->draw({width, height});
+    picture = picture.convertToFormat(QImage::Format_RGBA8888);
     if (picture.isNull())
         return nullptr;
     auto image = std::make_shared<CImage>(width, height);

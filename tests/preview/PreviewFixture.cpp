@@ -56,6 +56,23 @@ QString PreviewFixture::shippedSky()
     return QStringLiteral(MATERIAL_DATA_DIR "/textures/skybox/");
 }
 
+QString PreviewFixture::skyFace(const QString& folder, const QString& side)
+{
+    return folder + "/cube01_" + side + ".jpg";
+}
+
+QString PreviewFixture::makeSky(const QString& folder, const std::function<QColor(const QString&)>& color)
+{
+    for (const char* side : {"back", "front", "left", "right", "top", "bottom"}) {
+        QImage face(32, 32, QImage::Format_RGB32);
+        face.fill(color(side));
+        // The name asks for JPEG; a picture is known by its content, and this one must be exact.
+        if (!face.save(skyFace(folder, side), "PNG"))
+            qFatal("cannot write a face");
+    }
+    return folder;
+}
+
 QImage PreviewFixture::picture(int width, int height)
 {
     const kiv::CImagePtr image = m_viewer.Snapshot(width, height);

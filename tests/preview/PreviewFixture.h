@@ -3,8 +3,11 @@
 #include <kiv/MaterialLibrary.h>
 #include <kiv/Viewer.h>
 
+#include <QColor>
 #include <QImage>
 #include <QString>
+
+#include <functional>
 
 /// A preview without a window over the shipped materials: a body, a material and the sky, drawn into a picture.
 class PreviewFixture {
@@ -19,9 +22,14 @@ public:
 
     void setShape(const QString& shape);
     void setMaterial(const kiv::CAppearanceInstancePtr& material);
+    const kiv::CVisualNodePtr& node() const { return m_node; }
     /// Shows and lights by the faces of the folder; an empty path takes the sky away.
     void setSky(const QString& folder);
     static QString shippedSky();
+    /// Writes six faces of one colour each, asked for by "back", "front", "left", "right", "top" and "bottom". Answers
+    /// the folder.
+    static QString makeSky(const QString& folder, const std::function<QColor(const QString&)>& color);
+    static QString skyFace(const QString& folder, const QString& side);
 
     QImage picture(int width, int height);
 

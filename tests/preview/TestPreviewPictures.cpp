@@ -43,18 +43,6 @@ int difference(QRgb a, QRgb b)
     return qMax(qAbs(qRed(a) - qRed(b)), qMax(qAbs(qGreen(a) - qGreen(b)), qAbs(qBlue(a) - qBlue(b))));
 }
 
-QString makeSky(const QString& folder, const std::function<QColor(const QString&)>& color)
-{
-    for (const char* side : {"back", "front", "left", "right", "top", "bottom"}) {
-        QImage face(32, 32, QImage::Format_RGB32);
-        face.fill(color(side));
-        // The name asks for JPEG; a picture is known by its content, and this one must be exact.
-        if (!face.save(folder + "/cube01_" + side + ".jpg", "PNG"))
-            qFatal("cannot write a face");
-    }
-    return folder;
-}
-
 }  // namespace
 
 void TestPreviewPictures::looksAsStored_data()
@@ -134,7 +122,7 @@ void TestPreviewPictures::whiteFurnace()
     QTemporaryDir folder;
     PreviewFixture preview;
     preview.viewer().GetScene().FindLight("HeadLamp")->SetIntensity(0);
-    preview.setSky(makeSky(folder.path(), [](const QString&) { return QColor(Qt::white); }));
+    preview.setSky(PreviewFixture::makeSky(folder.path(), [](const QString&) { return QColor(Qt::white); }));
     const auto white = preview.manager().CreateAppearanceInstance(preview.manager().FindTemplate("Generic"), "white");
     white->SetDiffuse({1, 1, 1, 1});
     white->SetProperty("metallic", kiv::MakePropertyValue(metallic));
@@ -152,7 +140,7 @@ void TestPreviewPictures::showsSkyWhereItIs()
 {
     QTemporaryDir folder;
     PreviewFixture preview;
-    preview.setSky(makeSky(folder.path(), [](const QString& side) {
+    preview.setSky(PreviewFixture::makeSky(folder.path(), [](const QString& side) {
         return side == "left" ? Qt::red : side == "right" ? Qt::green : side == "top" ? Qt::blue : Qt::black;
     }));
     using kiv::CCamera;

@@ -241,8 +241,7 @@ void CSceneRenderer::drawSky(const CFrame& frame)
 {
     auto* sky = dynamic_cast<CSkybox*>(frame.viewport.GetSky().get());
     const CSkyTextures* textures = sky ? m_device.GetSkies().Of(*sky) : nullptr;
-    const bool isDrawable = textures && sky->GetProgram();
-    CLinkedProgram* program = isDrawable ? m_device.GetPrograms().Link(*sky->GetProgram()) : nullptr;
+    CLinkedProgram* program = textures ? m_device.GetPrograms().Link(*sky->GetProgram()) : nullptr;
     if (sky && !textures)
         m_reason = sky->GetReason();
     if (!program || !program->Get().bind())

@@ -177,9 +177,11 @@ void CTextureStore::evict()
     }
 }
 
-void CTextureStore::WaitForPending()
+bool CTextureStore::WaitForPending()
 {
     m_pool.waitForDone();
+    const QMutexLocker locker(&m_mutex);
+    return !m_decoded.empty();
 }
 
 void CTextureStore::Release()

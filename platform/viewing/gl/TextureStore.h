@@ -31,7 +31,8 @@ public:
     /// Binds the picture to a unit with the binding's wrapping. False while it is being read, and for a file that
     /// cannot be read (see GetReason).
     bool Bind(unsigned unit, const CTextureBinding& binding);
-    void WaitForPending();
+    /// Whether there are pictures now that the last frame did not have.
+    bool WaitForPending();
     /// Lets go of everything; what is still drawn is read again.
     void Release();
 
