@@ -53,6 +53,7 @@ void ElevationView::zoomToFit()
 {
     m_zoom = 1;
     m_centre = m_building.extent.center();
+    hoverAgain();
     refresh();
     emit zoomed();
 }
@@ -62,6 +63,7 @@ void ElevationView::zoomAbout(const QPointF& pixel, double factor)
     const QPointF fixed = scale().toMetres(pixel);
     m_zoom = qBound(MinZoom, m_zoom * factor, MaxZoom);
     m_centre += fixed - scale().toMetres(pixel);
+    hoverAgain();
     refresh();
     emit zoomed();
 }
@@ -152,6 +154,13 @@ void ElevationView::hover(const QString& elementId, const QPoint& pixel)
     update();
 }
 
+/// The drawing moved under a mouse that stands still.
+void ElevationView::hoverAgain()
+{
+    if (m_hasPointer)
+        hover(elementAt(m_pointer), m_pointer);
+}
+
 void ElevationView::resizeEvent(QResizeEvent*)
 {
     refresh();
@@ -175,6 +184,7 @@ void ElevationView::mouseDoubleClickEvent(QMouseEvent* event)
 
 void ElevationView::mouseMoveEvent(QMouseEvent* event)
 {
+    m_hasPointer = true;
     hover(elementAt(event->pos()), event->pos());
     if (!(event->buttons() & Qt::MiddleButton))
         return;
@@ -190,5 +200,6 @@ void ElevationView::wheelEvent(QWheelEvent* event)
 
 void ElevationView::leaveEvent(QEvent*)
 {
+    m_hasPointer = false;
     hover({}, {});
 }

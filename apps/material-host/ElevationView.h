@@ -60,6 +60,7 @@ private:
     ElevationScale scale() const;
     void zoomAbout(const QPointF& pixel, double factor);
     void hover(const QString& elementId, const QPoint& pixel);
+    void hoverAgain();
     void drawPicture();
     void paintMark(QPainter& painter, const QString& elementId, const QColor& colour, double width) const;
     void paintDescription(QPainter& painter) const;
@@ -73,6 +74,7 @@ private:
     QString m_selected;
     QString m_hovered;
     QPoint m_pointer;
+    bool m_hasPointer = false;
     double m_zoom = 1;  // 1 shows the building's whole extent
     QPointF m_centre;   // in metres
     QPoint m_dragStart;
