@@ -6,6 +6,17 @@
 #include <QString>
 #include <QVector>
 
+/// A body in space: an outline with its front and its back face. Both are planes that may lean: `lean` is by how much
+/// the front goes back, and `backLean` by how much the back comes forward, for each metre above the outline's lowest
+/// point. In metres; front and back as BuildingElement::depth.
+struct BuildingSolid {
+    QPainterPath outline;
+    double front = 0;
+    double back = 0;
+    double lean = 0;
+    double backLean = 0;
+};
+
 /// One part of the building as it is drawn. Lengths in metres; x to the right, y up, the ground at 0.
 struct BuildingElement {
     QString id;
@@ -18,7 +29,8 @@ struct BuildingElement {
     bool round = false;  ///< shaded as a ball, as foliage is
     bool casts = true;
     bool receives = true;
-    QColor top;  ///< scenery only: its colours, blended from top to bottom
+    QVector<BuildingSolid> solids;  ///< in space; empty: a rule makes them (see BuildingSolids)
+    QColor top;                     ///< scenery only: its colours, blended from top to bottom
     QColor bottom;
 
     /// Scenery has colours of its own and takes no material.

@@ -87,7 +87,36 @@ bool BuildingReader::readElement(const QJsonObject& json, const Building& buildi
     element.receives = json["receives"].toBool(true);
     if (element.takesMaterial() ? !readText(json["name"], element.name) : !readColours(json["colours"], element))
         return false;
-    return readOutline(json["shapes"].toArray(), element.outline);
+    return readOutline(json["shapes"].toArray(), element.outline) && readSolids(json["solids"].toArray(), element);
+}
+
+bool BuildingReader::readSolids(const QJsonArray& json, BuildingElement& element)
+{
+    if (json.size() > MaxShapes)
+        return refuse(say(QT_TRANSLATE_NOOP("BuildingReader", "expected at most 500 solids")));
+    for (const QJsonValue& value : json) {
+        BuildingSolid solid;
+        solid.outline = element.outline;
+        if (!readSolid(value.toObject(), solid))
+            return false;
+        element.solids.append(solid);
+    }
+    return true;
+}
+
+bool BuildingReader::readSolid(const QJsonObject& json, BuildingSolid& solid)
+{
+    QVector<double> n;
+    if (!readNumbers(QJsonArray{json["front"], json["back"], json["lean"].toDouble(), json["backLean"].toDouble()}, 4,
+                     n))
+        return false;
+    solid.front = n[0];
+    solid.back = n[1];
+    solid.lean = n[2];
+    solid.backLean = n[3];
+    if (solid.front <= solid.back)
+        return refuse(say(QT_TRANSLATE_NOOP("BuildingReader", "a solid's front is not in front of its back")));
+    return !json.contains("shapes") || readOutline(json["shapes"].toArray(), solid.outline);
 }
 
 bool BuildingReader::readColours(const QJsonValue& json, BuildingElement& element)

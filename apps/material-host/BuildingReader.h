@@ -18,6 +18,8 @@ private:
     bool readGroups(const QJsonArray& json, Building& building);
     bool readElements(const QJsonArray& json, Building& building);
     bool readElement(const QJsonObject& json, const Building& building, BuildingElement& element);
+    bool readSolids(const QJsonArray& json, BuildingElement& element);
+    bool readSolid(const QJsonObject& json, BuildingSolid& solid);
     bool readColours(const QJsonValue& json, BuildingElement& element);
     bool readOutline(const QJsonArray& json, QPainterPath& outline);
     bool readShape(const QJsonObject& json, QPainterPath& shape);

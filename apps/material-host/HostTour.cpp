@@ -1,6 +1,7 @@
 #include "HostTour.h"
 
 #include "MainWindow.h"
+#include "SpaceTour.h"
 #include "TourChecks.h"
 #include "TourInput.h"
 
@@ -31,31 +32,10 @@ namespace {
 const QString Wall = QStringLiteral("ground-wall");
 const QString Roof = QStringLiteral("roof");
 
-QModelIndex rowOf(const QTableWidget& table, const QString& id)
-{
-    for (int row = 0; row < table.rowCount(); ++row)
-        if (table.item(row, 1) && table.item(row, 1)->data(Qt::UserRole).toString() == id)
-            return table.model()->index(row, 1);
-    return {};
-}
-
-QTreeWidgetItem* itemOf(const QTreeWidget& tree, const QString& path)
-{
-    for (QTreeWidgetItemIterator it(const_cast<QTreeWidget*>(&tree)); *it; ++it)
-        if ((*it)->data(0, Qt::UserRole).toString() == path)
-            return *it;
-    return nullptr;
-}
-
-QString idOf(const CAppearanceInstancePtr& material)
-{
-    return QString::fromLocal8Bit(material->GetId().c_str());
-}
-
 }  // namespace
 
 HostTour::HostTour(kiv::CMaterialLibrary& library, const HostOptions& options)
-    : m_library(library), m_options(options), m_tour(options.tour)
+    : DialogTour(library), m_options(options), m_tour(options.tour)
 {
     // Where file dialogs start when there is no project yet.
     QDir::setCurrent(m_folder.path());
@@ -67,28 +47,31 @@ HostTour::~HostTour() = default;
 
 int HostTour::run()
 {
-    return m_tour.run({{"start", [this] { start(); }},
-                       {"select-element", [this] { selectElement(); }},
-                       {"open-library", [this] { openLibrary(); }},
-                       {"favourites", [this] { showFavorites(); }},
-                       {"system-library", [this] { showSystem(); }},
-                       {"browse-category", [this] { browseCategory(); }},
-                       {"sort-ascending", [this] { sort(Qt::AscendingOrder); }},
-                       {"sort-descending", [this] { sort(Qt::DescendingOrder); }},
-                       {"search-chinese", [this] { search(QStringLiteral("马赛克")); }},
-                       {"search-tag", [this] { search("travertine"); }},
-                       {"pick-material", [this] { pickMaterial(); }},
-                       {"apply", [this] { apply(); }},
-                       {"try-another", [this] { tryRoof(); }},
-                       {"cancel", [this] { cancel(); }},
-                       {"undo", [this] { undo(); }},
-                       {"redo", [this] { redo(); }},
-                       {"save", [this] { save(); }},
-                       {"change", [this] { change(); }},
-                       {"reopen", [this] { reopen(); }},
-                       {"refuse-damaged", [this] { refuse(); }},
-                       {"zoom", [this] { zoom(); }},
-                       {"whole-building", [this] { wholeBuilding(); }}});
+    std::vector<TourStep> steps{{"start", [this] { start(); }},
+                                {"select-element", [this] { selectElement(); }},
+                                {"open-library", [this] { openLibrary(); }},
+                                {"favourites", [this] { showFavorites(); }},
+                                {"system-library", [this] { showSystem(); }},
+                                {"browse-category", [this] { browseCategory(); }},
+                                {"sort-ascending", [this] { sort(Qt::AscendingOrder); }},
+                                {"sort-descending", [this] { sort(Qt::DescendingOrder); }},
+                                {"search-chinese", [this] { search(QStringLiteral("马赛克")); }},
+                                {"search-tag", [this] { search("travertine"); }},
+                                {"pick-material", [this] { pickMaterial(); }},
+                                {"apply", [this] { apply(); }},
+                                {"try-another", [this] { tryRoof(); }},
+                                {"cancel", [this] { cancel(); }},
+                                {"undo", [this] { undo(); }},
+                                {"redo", [this] { redo(); }},
+                                {"save", [this] { save(); }},
+                                {"change", [this] { change(); }},
+                                {"reopen", [this] { reopen(); }},
+                                {"refuse-damaged", [this] { refuse(); }},
+                                {"zoom", [this] { zoom(); }},
+                                {"whole-building", [this] { wholeBuilding(); }}};
+    m_space = std::make_unique<SpaceTour>(m_library, m_tour, m_window);
+    m_space->addSteps(steps);
+    return m_tour.run(steps);
 }
 
 // ---- steps
@@ -118,8 +101,7 @@ void HostTour::selectElement()
 void HostTour::openLibrary()
 {
     TourInput::press(Qt::Key_F4);
-    await([] { return QApplication::activeModalWidget(); }, "the material library opens");
-    awaitActive(dialog());
+    awaitOpen();
     awaitSettled(dialog());
     expect(browser("ProjectLibrary").GetCurSel() == idOf(m_before), "the wall's material is selected in the project");
     expect(drawing() == m_drawingBefore, "opening the library changes nothing");
@@ -200,7 +182,7 @@ void HostTour::pickMaterial()
 
 void HostTour::apply()
 {
-    closeDialog([this] { TourInput::click(*dialog().findChild<QPushButton*>("pushButtonOk")); });
+    closeDialog(*m_window, [this] { TourInput::click(*dialog().findChild<QPushButton*>("pushButtonOk")); });
     expect(m_window->document().materialOf(Wall) == m_picked, "the wall keeps what was shown last");
     expect(drawing() == m_drawingApplied, "it looks as it did when it was chosen");
     expect(m_window->isWindowModified(), "the project has unsaved changes");
@@ -210,8 +192,7 @@ void HostTour::tryRoof()
 {
     clickElement(Roof);
     TourInput::click(*m_window->panel().libraryButton());
-    await([] { return QApplication::activeModalWidget(); }, "the material library opens");
-    awaitActive(dialog());
+    awaitOpen();
     const QImage before = drawing(Roof);
     showCategory("Roof");
     clickMaterial(systemMaterial("Slate roofing"));
@@ -221,7 +202,7 @@ void HostTour::tryRoof()
 
 void HostTour::cancel()
 {
-    closeDialog([] { TourInput::press(Qt::Key_Escape); });
+    closeDialog(*m_window, [] { TourInput::press(Qt::Key_Escape); });
     expect(drawing() == m_drawingApplied, "everything looks as before");
     expect(m_window->document().isInProjectLibrary(m_window->document().materialOf(Roof)), "the roof has its own");
 }
@@ -256,12 +237,11 @@ void HostTour::change()
 {
     const QString upper = "upper-wall";
     TourInput::doubleClick(m_window->elevation(), pointIn(upper));
-    await([] { return QApplication::activeModalWidget(); }, "the material library opens");
-    awaitActive(dialog());
+    awaitOpen();
     showCategory("Brick");
     clickMaterial(systemMaterial("Yellow facing brick, Flemish bond"));
     awaitSettled(dialog());
-    closeDialog([this] { TourInput::click(*dialog().findChild<QPushButton*>("pushButtonOk")); });
+    closeDialog(*m_window, [this] { TourInput::click(*dialog().findChild<QPushButton*>("pushButtonOk")); });
     expect(drawing() != m_drawingSaved, "the upper wall looks different");
     expect(documents() != m_documentsSaved, "the project is another one");
 }
@@ -332,30 +312,6 @@ void HostTour::collectFavorites()
     }
 }
 
-QDialog& HostTour::dialog() const
-{
-    auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!open || open->objectName() != "MaterialLibrary")
-        throw TourFailure("the material library is not open");
-    return *open;
-}
-
-CAppearanceLibraryBrowserCtrl& HostTour::browser(const char* name) const
-{
-    auto* found = dialog().findChild<CAppearanceLibraryBrowserCtrl*>(name);
-    if (!found)
-        throw TourFailure(QString("the dialog has no browser %1").arg(name));
-    return *found;
-}
-
-CAppearanceInstancePtr HostTour::systemMaterial(const kiv::String& name) const
-{
-    for (const auto& entry : *m_library.GetMaterialManager()->GetSystemLibrary())
-        if (entry.second->GetName() == name)
-            return entry.second;
-    throw TourFailure("the system library has no \"" + QString::fromStdString(name) + "\"");
-}
-
 void HostTour::clickElement(const QString& elementId)
 {
     TourInput::click(m_window->elevation(), pointIn(elementId));
@@ -372,33 +328,6 @@ QPoint HostTour::pointIn(const QString& elementId) const
             if (view.elementAt({x, y}) == elementId)
                 return {x, y};
     throw TourFailure(elementId + " is not to be seen");
-}
-
-void HostTour::showCategory(const QString& path)
-{
-    QTreeWidget& tree = *browser("SystemLibrary").GetTreeWidget();
-    QTreeWidgetItem* item = itemOf(tree, path);
-    expect(item, "the tree has the category " + path);
-    tree.scrollToItem(item);
-    TourInput::click(*tree.viewport(), tree.visualItemRect(item).center());
-    expect(tree.currentItem() == item, "the category " + path + " is selected");
-    awaitSettled(dialog());
-}
-
-void HostTour::clickMaterial(const CAppearanceInstancePtr& material)
-{
-    QTableWidget& table = *browser("SystemLibrary").GetTableWidget();
-    const QModelIndex index = rowOf(table, idOf(material));
-    expect(index.isValid(), "the table lists " + QString::fromStdString(material->GetName()));
-    TourInput::clickItem(table, index);
-    expect(browser("SystemLibrary").GetCurSel() == idOf(material), "the click selects it");
-}
-
-void HostTour::closeDialog(const std::function<void()>& how)
-{
-    how();
-    await([] { return !QApplication::activeModalWidget(); }, "the material library closes");
-    awaitActive(*m_window);
 }
 
 void HostTour::enterFile(QWidget& fileDialog, const QString& path)

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "DialogTour.h"
 #include "HostOptions.h"
 #include "Tour.h"
-
-#include <kiv/MaterialLibrary.h>
 
 #include <QImage>
 #include <QMap>
@@ -11,13 +10,12 @@
 
 #include <memory>
 
-class CAppearanceLibraryBrowserCtrl;
 class MainWindow;
-class QDialog;
+class SpaceTour;
 
 /// The guided tour through the host's main job: from the start of the program to a project that is saved and opened
 /// again. Each step uses mouse and keyboard only and checks what came of it.
-class HostTour {
+class HostTour : private DialogTour {
 public:
     HostTour(kiv::CMaterialLibrary& library, const HostOptions& options);
     ~HostTour();
@@ -50,21 +48,14 @@ private:
     void wholeBuilding();
 
     void collectFavorites();
-    QDialog& dialog() const;
-    CAppearanceLibraryBrowserCtrl& browser(const char* name) const;
-    kiv::CAppearanceInstancePtr systemMaterial(const kiv::String& name) const;
     void clickElement(const QString& elementId);
     QPoint pointIn(const QString& elementId) const;
-    void showCategory(const QString& path);
-    void clickMaterial(const kiv::CAppearanceInstancePtr& material);
-    void closeDialog(const std::function<void()>& how);
     void enterFile(QWidget& fileDialog, const QString& path);
     QStringList shownNames() const;
     QImage drawing();
     QImage drawing(const QString& elementId);
     Documents documents() const;
 
-    kiv::CMaterialLibrary& m_library;
     HostOptions m_options;
     Tour m_tour;
     QTemporaryDir m_folder;
@@ -75,4 +66,5 @@ private:
     QImage m_drawingApplied;
     QImage m_drawingSaved;
     Documents m_documentsSaved;
+    std::unique_ptr<SpaceTour> m_space;
 };

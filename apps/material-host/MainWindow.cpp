@@ -2,6 +2,7 @@
 
 #include "HostOptions.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
@@ -11,13 +12,21 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 using kiv::CAppearanceInstancePtr;
 
+namespace {
+
+const QString View3DKey = QStringLiteral("view3D");
+
+}  // namespace
+
 MainWindow::MainWindow(kiv::CMaterialLibrary& library, const HostOptions& options)
     : m_library(library), m_language(options.language), m_samplePath(options.sampleProject()),
       m_document(library, options.language), m_recent(options.profile),
+      m_settings(options.profile + "/material-host.ini", QSettings::IniFormat),
       m_fill(*library.GetMaterialManager(), m_textures)
 {
     resize(1280, 800);
@@ -29,6 +38,7 @@ MainWindow::MainWindow(kiv::CMaterialLibrary& library, const HostOptions& option
     makeHelpMenu();
     makeStatusBar();
     connectWidgets();
+    show3D(m_settings.value(View3DKey).toBool());
 }
 
 MainWindow::~MainWindow() = default;
@@ -43,10 +53,16 @@ void MainWindow::makeWidgets()
             return element.name + " · " + materialName(drawnMaterial(element.id));
         });
     m_view->setObjectName("elevation");
+    m_view3D = new BuildingView3D(*m_library.GetMaterialManager(),
+                                  [this](const QString& elementId) { return drawnMaterial(elementId); });
+    m_view3D->setObjectName("building3D");
+    m_views = new QStackedWidget;
+    m_views->addWidget(m_view);
+    m_views->addWidget(m_view3D);
     m_panel = new MaterialPanel(*m_library.GetMaterialManager(), m_fill);
     auto* splitter = new QSplitter;
     splitter->addWidget(m_list);
-    splitter->addWidget(m_view);
+    splitter->addWidget(m_views);
     splitter->addWidget(m_panel);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
@@ -90,11 +106,26 @@ void MainWindow::makeViewMenu()
 {
     constexpr double step = 1.25;
     QMenu* menu = menuBar()->addMenu(tr("&View"));
-    QAction* in = menu->addAction(tr("Zoom &In"), this, [this] { m_view->zoomBy(step); });
+    makeViewChoice(*menu);
+    menu->addSeparator();
+    QAction* in = menu->addAction(tr("Zoom &In"), this, [this] { zoomBy(step); });
     in->setShortcuts({QKeySequence("Ctrl++"), QKeySequence("Ctrl+=")});
     menu->addAction(
-        tr("Zoom &Out"), this, [this] { m_view->zoomBy(1 / step); }, QKeySequence("Ctrl+-"));
-    menu->addAction(tr("&Whole Building"), m_view, &ElevationView::zoomToFit, QKeySequence("Ctrl+0"));
+        tr("Zoom &Out"), this, [this] { zoomBy(1 / step); }, QKeySequence("Ctrl+-"));
+    menu->addAction(tr("&Whole Building"), this, &MainWindow::zoomToFit, QKeySequence("Ctrl+0"));
+}
+
+void MainWindow::makeViewChoice(QMenu& menu)
+{
+    m_elevationAction = menu.addAction(
+        tr("&Elevation"), this, [this] { show3D(false); }, QKeySequence("Ctrl+1"));
+    m_3DAction = menu.addAction(
+        tr("&3D view"), this, [this] { show3D(true); }, QKeySequence("Ctrl+2"));
+    auto* group = new QActionGroup(this);
+    for (QAction* action : {m_elevationAction, m_3DAction}) {
+        action->setCheckable(true);
+        group->addAction(action);
+    }
 }
 
 void MainWindow::makeHelpMenu()
@@ -123,6 +154,9 @@ void MainWindow::connectWidgets()
     connect(m_view, &ElevationView::elementClicked, this, &MainWindow::selectElement);
     connect(m_view, &ElevationView::elementDoubleClicked, this, &MainWindow::openLibrary);
     connect(m_view, &ElevationView::zoomed, this, &MainWindow::showScale);
+    connect(m_view3D, &BuildingView3D::elementClicked, this, &MainWindow::selectElement);
+    connect(m_view3D, &BuildingView3D::elementDoubleClicked, this, &MainWindow::openLibrary);
+    connect(m_view3D, &BuildingView3D::zoomed, this, &MainWindow::showScale);
     connect(m_panel, &MaterialPanel::libraryRequested, this, &MainWindow::openLibrary);
     connect(&m_textures, &TextureCache::arrived, this, &MainWindow::showMaterials);
     connect(&m_document, &ProjectDocument::reset, this, &MainWindow::showProject);
@@ -259,6 +293,7 @@ void MainWindow::showProject()
     m_preview.reset();
     m_list->setBuilding(m_document.building());
     m_view->setBuilding(m_document.building());
+    m_view3D->setBuilding(m_document.building());
     selectElement({});
     showMaterials();
     showTitle();
@@ -274,7 +309,37 @@ void MainWindow::showTitle()
 
 void MainWindow::showScale()
 {
-    m_scale->setText(tr("1 m = %1 pixels").arg(qRound(m_view->pixelsPerMetre())));
+    const double pixels = shows3D() ? m_view3D->pixelsPerMetre() : m_view->pixelsPerMetre();
+    m_scale->setText(tr("1 m = %1 pixels").arg(qRound(pixels)));
+}
+
+bool MainWindow::shows3D() const
+{
+    return m_views->currentWidget() == m_view3D;
+}
+
+void MainWindow::show3D(bool shown)
+{
+    m_views->setCurrentIndex(shown ? 1 : 0);
+    (shown ? m_3DAction : m_elevationAction)->setChecked(true);
+    m_settings.setValue(View3DKey, shown);
+    showScale();
+}
+
+void MainWindow::zoomBy(double factor)
+{
+    if (shows3D())
+        m_view3D->zoomBy(factor);
+    else
+        m_view->zoomBy(factor);
+}
+
+void MainWindow::zoomToFit()
+{
+    if (shows3D())
+        m_view3D->zoomToFit();
+    else
+        m_view->zoomToFit();
 }
 
 void MainWindow::selectElement(const QString& elementId)
@@ -282,6 +347,7 @@ void MainWindow::selectElement(const QString& elementId)
     m_selected = elementId;
     m_list->select(elementId);
     m_view->select(elementId);
+    m_view3D->select(elementId);
     m_libraryAction->setEnabled(!elementId.isEmpty());
     showElement(elementId);
 }
@@ -289,6 +355,7 @@ void MainWindow::selectElement(const QString& elementId)
 void MainWindow::showElement(const QString& elementId)
 {
     m_view->refresh();
+    m_view3D->refresh(elementId);
     const CAppearanceInstancePtr material = drawnMaterial(elementId);
     if (material)
         m_list->setSwatch(elementId, MaterialSwatch(m_fill).picture(*material, m_list->iconSize(), devicePixelRatioF()),
@@ -351,6 +418,7 @@ void MainWindow::keep(const QString& elementId, const CAppearanceInstancePtr& ma
 
 QRect MainWindow::elementOnScreen(const QString& elementId) const
 {
-    const QRect inView = m_view->outlineOf(elementId).boundingRect().toRect().intersected(m_view->rect());
-    return {m_view->mapToGlobal(inView.topLeft()), inView.size()};
+    const QRect inView = shows3D() ? m_view3D->placeOf(elementId)
+                                   : m_view->outlineOf(elementId).boundingRect().toRect().intersected(m_view->rect());
+    return {m_views->mapToGlobal(inView.topLeft()), inView.size()};
 }

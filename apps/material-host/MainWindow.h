@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BuildingView3D.h"
 #include "ElementList.h"
 #include "ElevationView.h"
 #include "MaterialPanel.h"
@@ -8,11 +9,14 @@
 #include "RecentFiles.h"
 
 #include <QMainWindow>
+#include <QSettings>
 
 class QLabel;
+class QStackedWidget;
 struct HostOptions;
 
-/// The host's window: the building's elements, their elevation, and what the selected one is made of.
+/// The host's window: the building's elements, their elevation or their model in space, and what the selected one is
+/// made of.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -28,6 +32,8 @@ public:
 
     ProjectDocument& document() { return m_document; }
     ElevationView& elevation() { return *m_view; }
+    BuildingView3D& view3D() { return *m_view3D; }
+    bool shows3D() const;
     ElementList& elements() { return *m_list; }
     MaterialPanel& panel() { return *m_panel; }
     const TextureCache& textures() const { return m_textures; }
@@ -38,6 +44,7 @@ public:
 public slots:
     void selectElement(const QString& elementId);
     void openLibrary();
+    void show3D(bool shown);
     void newProject();
     void openProject();
     bool saveProject();
@@ -52,6 +59,7 @@ private:
     void makeEditMenu();
     void makeMaterialMenu();
     void makeViewMenu();
+    void makeViewChoice(QMenu& menu);
     void makeHelpMenu();
     void makeStatusBar();
     void connectWidgets();
@@ -64,6 +72,8 @@ private:
     void showProject();
     void showTitle();
     void showScale();
+    void zoomBy(double factor);
+    void zoomToFit();
     void showElement(const QString& elementId);
     void showMaterials();
     void preview(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
@@ -77,14 +87,19 @@ private:
     QString m_samplePath;
     ProjectDocument m_document;
     RecentFiles m_recent;
+    QSettings m_settings;
     TextureCache m_textures;
     MaterialFill m_fill;
     ElementList* m_list = nullptr;
+    QStackedWidget* m_views = nullptr;
     ElevationView* m_view = nullptr;
+    BuildingView3D* m_view3D = nullptr;
     MaterialPanel* m_panel = nullptr;
     QLabel* m_scale = nullptr;
     QMenu* m_recentMenu = nullptr;
     QAction* m_libraryAction = nullptr;
+    QAction* m_elevationAction = nullptr;
+    QAction* m_3DAction = nullptr;
     QString m_selected;
     QString m_previewed;  // element drawn with m_preview instead of what it has
     kiv::CAppearanceInstancePtr m_preview;

@@ -121,6 +121,17 @@ void TourInput::doubleClick(QWidget& widget, const QPoint& point)
     QTest::mouseDClick(widget.window()->windowHandle(), Qt::LeftButton, {}, reach(widget, point));
 }
 
+void TourInput::drag(QWidget& widget, const QPoint& from, const QPoint& to)
+{
+    constexpr int steps = 12;
+    QWindow* window = widget.window()->windowHandle();
+    hover(widget, from);
+    QTest::mousePress(window, Qt::LeftButton, {}, reach(widget, from));
+    for (int i = 1; i <= steps; ++i)
+        QTest::mouseMove(window, reach(widget, from + (to - from) * i / steps));
+    QTest::mouseRelease(window, Qt::LeftButton, {}, reach(widget, to));
+}
+
 void TourInput::clickItem(QAbstractItemView& view, const QModelIndex& index)
 {
     click(*view.viewport(), reachable(view, index));

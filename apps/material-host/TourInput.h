@@ -16,6 +16,8 @@ void hover(QWidget& widget, const QPoint& point);
 void click(QWidget& widget, const QPoint& point);
 void click(QWidget& widget);
 void doubleClick(QWidget& widget, const QPoint& point);
+/// With the left button.
+void drag(QWidget& widget, const QPoint& from, const QPoint& to);
 void clickItem(QAbstractItemView& view, const QModelIndex& index);
 /// Opens the combo box and clicks the entry.
 void choose(QComboBox& box, int row);

@@ -24,6 +24,14 @@
             <translation>应给出材质或两种颜色</translation>
         </message>
         <message>
+            <source>expected at most 500 solids</source>
+            <translation>最多可有 500 个实体</translation>
+        </message>
+        <message>
+            <source>a solid's front is not in front of its back</source>
+            <translation>实体的前面不在其后面之前</translation>
+        </message>
+        <message>
             <source>expected 1 to 500 shapes</source>
             <translation>应有 1 至 500 个图形</translation>
         </message>
@@ -50,6 +58,14 @@
     </context>
     <context>
         <name>MainWindow</name>
+        <message>
+            <source>&amp;Elevation</source>
+            <translation>立面图(&amp;E)</translation>
+        </message>
+        <message>
+            <source>&amp;3D view</source>
+            <translation>三维视图(&amp;3)</translation>
+        </message>
         <message>
             <source>&amp;File</source>
             <translation>文件(&amp;F)</translation>

@@ -1,0 +1,99 @@
+#include "DialogTour.h"
+
+#include "TourChecks.h"
+#include "TourInput.h"
+
+#include <AppearanceLibraryBrowserCtrl.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QTableWidget>
+#include <QTreeWidget>
+
+using kiv::CAppearanceInstancePtr;
+using TourChecks::await;
+using TourChecks::awaitActive;
+using TourChecks::awaitSettled;
+using TourChecks::expect;
+
+namespace {
+
+QModelIndex rowOf(const QTableWidget& table, const QString& id)
+{
+    for (int row = 0; row < table.rowCount(); ++row)
+        if (table.item(row, 1) && table.item(row, 1)->data(Qt::UserRole).toString() == id)
+            return table.model()->index(row, 1);
+    return {};
+}
+
+QTreeWidgetItem* itemOf(const QTreeWidget& tree, const QString& path)
+{
+    for (QTreeWidgetItemIterator it(const_cast<QTreeWidget*>(&tree)); *it; ++it)
+        if ((*it)->data(0, Qt::UserRole).toString() == path)
+            return *it;
+    return nullptr;
+}
+
+}  // namespace
+
+QString DialogTour::idOf(const CAppearanceInstancePtr& material)
+{
+    return QString::fromLocal8Bit(material->GetId().c_str());
+}
+
+QDialog& DialogTour::dialog() const
+{
+    auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!open || open->objectName() != "MaterialLibrary")
+        throw TourFailure("the material library is not open");
+    return *open;
+}
+
+CAppearanceLibraryBrowserCtrl& DialogTour::browser(const char* name) const
+{
+    auto* found = dialog().findChild<CAppearanceLibraryBrowserCtrl*>(name);
+    if (!found)
+        throw TourFailure(QString("the dialog has no browser %1").arg(name));
+    return *found;
+}
+
+CAppearanceInstancePtr DialogTour::systemMaterial(const kiv::String& name) const
+{
+    for (const auto& entry : *m_library.GetMaterialManager()->GetSystemLibrary())
+        if (entry.second->GetName() == name)
+            return entry.second;
+    throw TourFailure("the system library has no \"" + QString::fromStdString(name) + "\"");
+}
+
+void DialogTour::showCategory(const QString& path) const
+{
+    QTreeWidget& tree = *browser("SystemLibrary").GetTreeWidget();
+    QTreeWidgetItem* item = itemOf(tree, path);
+    expect(item, "the tree has the category " + path);
+    tree.scrollToItem(item);
+    TourInput::click(*tree.viewport(), tree.visualItemRect(item).center());
+    expect(tree.currentItem() == item, "the category " + path + " is selected");
+    awaitSettled(dialog());
+}
+
+void DialogTour::clickMaterial(const CAppearanceInstancePtr& material) const
+{
+    QTableWidget& table = *browser("SystemLibrary").GetTableWidget();
+    const QModelIndex index = rowOf(table, idOf(material));
+    expect(index.isValid(), "the table lists " + QString::fromStdString(material->GetName()));
+    TourInput::clickItem(table, index);
+    expect(browser("SystemLibrary").GetCurSel() == idOf(material), "the click selects it");
+}
+
+void DialogTour::awaitOpen() const
+{
+    await([] { return QApplication::activeModalWidget(); }, "the material library opens");
+    awaitActive(dialog());
+}
+
+void DialogTour::closeDialog(QWidget& window, const std::function<void()>& how) const
+{
+    how();
+    await([] { return !QApplication::activeModalWidget(); }, "the material library closes");
+    awaitActive(window);
+}
