@@ -54,11 +54,13 @@ public:
     void add()
     {
         for (const OutlineTriangles::Loop& loop : m_flat.loops())
+            findMiddle(loop);
+        addFace(true);  // first: it hides the others, which then need not be shaded
+        for (const OutlineTriangles::Loop& loop : m_flat.loops())
             if (m_round)
                 addRings(loop);
             else
                 addWalls(loop);
-        addFace(true);
         addFace(false);
     }
 
@@ -144,13 +146,17 @@ private:
         return {p.x(), middle + (m_solid.front - m_solid.back) / 2 * std::sin(angle), p.y()};
     }
 
-    void addRings(const OutlineTriangles::Loop& loop)
+    void findMiddle(const OutlineTriangles::Loop& loop)
     {
         QPolygonF polygon;
         for (const unsigned index : loop)
             polygon.append(m_flat.points()[index]);
         for (const unsigned index : loop)
             m_middle[index] = polygon.boundingRect().center();
+    }
+
+    void addRings(const OutlineTriangles::Loop& loop)
+    {
         double run = 0;
         for (std::size_t i = 0; i < loop.size(); ++i) {
             const unsigned a = loop[i];

@@ -116,7 +116,11 @@ bool BuildingReader::readSolid(const QJsonObject& json, BuildingSolid& solid)
     solid.backLean = n[3];
     if (solid.front <= solid.back)
         return refuse(say(QT_TRANSLATE_NOOP("BuildingReader", "a solid's front is not in front of its back")));
-    return !json.contains("shapes") || readOutline(json["shapes"].toArray(), solid.outline);
+    if (json.contains("shapes"))
+        return readOutline(json["shapes"].toArray(), solid.outline);
+    m_points += solid.outline.elementCount();
+    return m_points <= MaxBuildingPoints ||
+           refuse(say(QT_TRANSLATE_NOOP("BuildingReader", "the shapes have too many points")));
 }
 
 bool BuildingReader::readColours(const QJsonValue& json, BuildingElement& element)

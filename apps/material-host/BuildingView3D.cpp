@@ -56,7 +56,6 @@ BuildingView3D::BuildingView3D(const kiv::CAppearanceLibraryManager& manager, Ma
       m_elements(std::make_shared<kiv::CVisualNode>("elements")),
       m_scenery(std::make_shared<kiv::CVisualNode>("scenery")), m_frame(std::make_shared<kiv::CVisualNode>("frame"))
 {
-    setAttribute(Qt::WA_PaintOnScreen);
     setAttribute(Qt::WA_NoSystemBackground);
 }
 
@@ -102,7 +101,9 @@ void BuildingView3D::fillScene()
         m_scenery->RemoveChild(shown->node.get());
     }
     m_shown.clear();
-    for (const BuildingElement& element : m_building.elements) {
+    // Elements are ordered from back to front; drawn the other way round, what is hidden need not be shaded.
+    for (auto it = m_building.elements.crbegin(); it != m_building.elements.crend(); ++it) {
+        const BuildingElement& element = *it;
         const auto shown = std::make_shared<Shown>(Shown{BuildingMesh(element, m_building.extent),
                                                          std::make_shared<kiv::CVisualNode>(element.id.toStdString())});
         if (shown->body.mesh().indices.empty())

@@ -51,8 +51,6 @@ public:
 
     QSize sizeHint() const override { return {820, 680}; }
     QSize minimumSizeHint() const override { return {320, 260}; }
-    /// Null: the viewer paints.
-    QPaintEngine* paintEngine() const override { return nullptr; }
 
 signals:
     /// Empty when the click met nothing that takes a material.

@@ -148,6 +148,9 @@ void TestProjectDocument::refuses_data()
     row("negative material", with("assignments", QJsonObject{{"roof", -1}}), "assignments/roof");
     row("id twice", element("id", "roof"), "\"roof\" occurs twice");
     row("no shapes", element("shapes", QJsonArray()), "elements/0");
+    row("solid inside out", element("solids", QJsonArray{QJsonObject{{"front", 1}, {"back", 2}}}),
+        "in front of its back");
+    row("solid without end", element("solids", QJsonArray{QJsonObject{{"front", 1}, {"back", -1e9}}}), "4 numbers");
     row("two points", element("shapes", QJsonArray{QJsonObject{{"polygon", QJsonArray{QJsonArray{0, 0}}}}}), "points");
     row("too large", element("shapes", QJsonArray{QJsonObject{{"rect", QJsonArray{0, 0, 1e300, 1}}}}), "4 numbers");
     row("a billion repeats",
