@@ -76,7 +76,7 @@ private:
         for (int j = 0; j <= m_v.degree; ++j) {
             const int row = (m_v.first + j) * m_countU + m_u.first;
             for (int i = 0; i <= m_u.degree; ++i)
-                visit(m_points[std::size_t(row + i)], i, j);
+                visit(m_points[std::size_t(row) + std::size_t(i)], i, j);
         }
     }
 

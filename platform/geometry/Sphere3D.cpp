@@ -27,7 +27,7 @@ public:
     {
         if (ring == 0 || ring == m_rings)
             return {0, 0, ring == 0 ? -1. : 1.};
-        const double longitude = 2 * Pi * (column % m_columns) / m_columns;
+        const double longitude = 2 * Pi * (column == m_columns ? 0 : column) / m_columns;
         const double polar = Pi * ring / m_rings;
         return {-std::sin(polar) * std::sin(longitude), std::sin(polar) * std::cos(longitude), -std::cos(polar)};
     }

@@ -18,6 +18,7 @@ std::vector<float> gaussianWeights(double sigma)
         sum += 2 * weights.back();
     }
     std::vector<float> result;
+    result.reserve(weights.size());
     for (const double weight : weights)
         result.push_back(float(weight / sum));
     return result;

@@ -117,20 +117,25 @@ CLinkedProgram* CProgramStore::use(const Entry& entry)
     return entry.linked.get();
 }
 
-CLinkedProgram* CProgramStore::surfaceProgram(const std::string& parts)
+CLinkedProgram* CProgramStore::surfaceProgram(const std::string& parts, QByteArray (*fragment)(const std::string&))
 {
     auto known = m_programs.find(parts);
-    if (known == m_programs.end())
-        known =
-            m_programs.emplace(parts, link(header() + textOf("surface.vert"), header() + fragmentText(parts), parts))
-                .first;
+    if (known == m_programs.end()) {
+        Entry entry = link(header() + textOf("surface.vert"), header() + fragment(parts), parts);
+        known = m_programs.emplace(parts, std::move(entry)).first;
+    }
     return use(known->second);
 }
 
 CLinkedProgram* CProgramStore::SurfaceProgram(const CStateSet& stateSet)
 {
-    CLinkedProgram* program = surfaceProgram(keyOf(stateSet));
-    return program ? program : surfaceProgram(Plain);
+    CLinkedProgram* program = surfaceProgram(keyOf(stateSet), fragmentText);
+    return program ? program : surfaceProgram(Plain, fragmentText);
+}
+
+CLinkedProgram* CProgramStore::DepthProgram()
+{
+    return surfaceProgram("depth only", [](const std::string&) { return QByteArray("void main()\n{\n}\n"); });
 }
 
 CLinkedProgram* CProgramStore::Link(const CShaderProgram& program)

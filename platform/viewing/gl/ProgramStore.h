@@ -35,6 +35,8 @@ public:
     /// The program of a surface: its parts one after the other, or the plain colour for an unshaded one. Where none of
     /// the parts is known or the text does not compile, the plain colour too; of the latter the reason is kept.
     CLinkedProgram* SurfaceProgram(const CStateSet& stateSet);
+    /// Surfaces without any colour, at exactly the depths of the programs above.
+    CLinkedProgram* DepthProgram();
     /// Null when it is not complete or does not compile; the reason is kept.
     CLinkedProgram* Link(const CShaderProgram& program);
 
@@ -47,7 +49,7 @@ private:
         std::string reason;
     };
 
-    CLinkedProgram* surfaceProgram(const std::string& parts);
+    CLinkedProgram* surfaceProgram(const std::string& parts, QByteArray (*fragment)(const std::string&));
     /// The program of an entry, and why there is none.
     CLinkedProgram* use(const Entry& entry);
     Entry link(const QByteArray& vertex, const QByteArray& fragment, const std::string& name) const;

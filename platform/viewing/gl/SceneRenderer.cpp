@@ -84,6 +84,7 @@ CPrimitiveRenderablePtr makeSkyBody()
 {
     auto body = std::make_shared<CPrimitiveRenderable>(CPrimitiveRenderable::Triangles, 1);
     std::vector<CVec3<float>> corners;
+    corners.reserve(8);
     for (int i = 0; i < 8; ++i)
         corners.emplace_back(i & 1 ? 1.0F : -1.0F, i & 2 ? 1.0F : -1.0F, i & 4 ? 1.0F : -1.0F);
     body->SetVertexArray(corners);
@@ -147,21 +148,11 @@ void CSceneRenderer::Draw(const CFrame& frame)
     gl.glEnable(GL_DEPTH_TEST);
     gl.glDepthFunc(GL_LEQUAL);
     gl.glDisable(GL_CULL_FACE);
+    drawDepths();
     for (const Item& item : m_opaque)
         drawItem(item, frame);
     drawSky(frame);
-    gl.glEnable(GL_BLEND);
-    gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    // A body's far side is seen through its near one.
-    gl.glEnable(GL_CULL_FACE);
-    for (const Item& item : m_transparent) {
-        gl.glCullFace(GL_FRONT);
-        drawItem(item, frame);
-        gl.glCullFace(GL_BACK);
-        drawItem(item, frame);
-    }
-    gl.glDisable(GL_CULL_FACE);
-    gl.glDisable(GL_BLEND);
+    drawTransparent(frame);
     m_device.GetMeshes().Prune();
     if (m_reason.empty())
         m_reason = m_device.GetPrograms().GetReason();
@@ -179,6 +170,38 @@ void CSceneRenderer::collect(const CVisualNode& node, const CStateSet* inherited
     }
     for (const CVisualNodePtr& child : node.GetChildren())
         collect(*child, stateSet, eye);
+}
+
+// Several bodies hide one another, and a pixel's light costs far more than its depth.
+void CSceneRenderer::drawDepths()
+{
+    CLinkedProgram* program = m_opaque.size() > 1 ? m_device.GetPrograms().DepthProgram() : nullptr;
+    if (!program || !program->Get().bind())
+        return;
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    gl.glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    program->Get().setUniformValue(program->LocationOf("mvpMatrix"), m_viewProjection);
+    for (const Item& item : m_opaque)
+        m_device.GetMeshes().Draw(item.renderable);
+    program->Get().release();
+    gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
+}
+
+void CSceneRenderer::drawTransparent(const CFrame& frame)
+{
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    gl.glEnable(GL_BLEND);
+    gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    // A body's far side is seen through its near one.
+    gl.glEnable(GL_CULL_FACE);
+    for (const Item& item : m_transparent) {
+        gl.glCullFace(GL_FRONT);
+        drawItem(item, frame);
+        gl.glCullFace(GL_BACK);
+        drawItem(item, frame);
+    }
+    gl.glDisable(GL_CULL_FACE);
+    gl.glDisable(GL_BLEND);
 }
 
 void CSceneRenderer::drawItem(const Item& item, const CFrame& frame)

@@ -46,6 +46,8 @@ private:
     };
 
     void collect(const CVisualNode& node, const CStateSet* inherited, const CVec3<double>& eye);
+    void drawDepths();
+    void drawTransparent(const CFrame& frame);
     void drawItem(const Item& item, const CFrame& frame);
     void setMaterial(CLinkedProgram& program, const CStateSet& stateSet);
     void setLight(CLinkedProgram& program, const CFrame& frame, const CStateSet& stateSet);

@@ -25,6 +25,13 @@ GLenum wrapOf(EnTextureWrap wrap)
     return index < 3 ? Wraps[index] : GLenum(GL_REPEAT);
 }
 
+// Mesa's software renderer has the filter, but walks an ellipse of texels for each pixel: a building takes seconds.
+bool isSoftware(QOpenGLExtraFunctions& gl)
+{
+    const QByteArray renderer(reinterpret_cast<const char*>(gl.glGetString(GL_RENDERER)));
+    return renderer.contains("llvmpipe") || renderer.contains("softpipe");
+}
+
 std::vector<CMipLevel> decode(const std::wstring& file, bool isColor, int maxSide)
 {
     std::vector<CMipLevel> levels;
@@ -48,7 +55,8 @@ private:
 CTextureStore::CTextureStore(CRenderDevice& device) : m_device(device)
 {
     m_pool.setMaxThreadCount(2);
-    if (QOpenGLContext::currentContext()->hasExtension("GL_EXT_texture_filter_anisotropic")) {
+    if (QOpenGLContext::currentContext()->hasExtension("GL_EXT_texture_filter_anisotropic") &&
+        !isSoftware(device.GetFunctions())) {
         device.GetFunctions().glGetFloatv(MaxAnisotropy, &m_anisotropy);
         m_anisotropy = std::min(m_anisotropy, WantedAnisotropy);
     }
@@ -112,18 +120,21 @@ void CTextureStore::decodeLater(const Key& key, const QDateTime& modified)
         } catch (const std::bad_alloc&) {
             decoded.levels.clear();
         }
-        {
-            const QMutexLocker locker(&m_mutex);
-            m_decoded.push_back(std::move(decoded));
-        }
-        QMetaObject::invokeMethod(
-            &m_receiver,
-            [this] {
-                for (const auto& listener : m_listeners)
-                    listener.second();
-            },
-            Qt::QueuedConnection);
+        deliver(std::move(decoded));
     }));
+}
+
+void CTextureStore::deliver(Decoded&& decoded)
+{
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_decoded.push_back(std::move(decoded));
+    }
+    const auto tell = [this] {
+        for (const auto& listener : m_listeners)
+            listener.second();
+    };
+    QMetaObject::invokeMethod(&m_receiver, tell, Qt::QueuedConnection);
 }
 
 void CTextureStore::upload(const Decoded& decoded)

@@ -62,6 +62,7 @@ private:
     };
 
     void decodeLater(const Key& key, const QDateTime& modified);
+    void deliver(Decoded&& decoded);  // by the threads
     void upload(const Decoded& decoded);
     void free(Texture& texture);
     void evict();

@@ -7,6 +7,7 @@ varying vec3 position;
 varying vec3 normal;
 varying vec4 tangent;
 varying vec2 textureCoordinate;
+invariant gl_Position;
 
 void main()
 {
