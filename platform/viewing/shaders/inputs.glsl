@@ -54,7 +54,9 @@ vec3 toneCurve(vec3 c)
 
 vec2 textureAt(mat3 transform)
 {
-    return (transform * vec3(textureCoordinate, 1.0)).xy;
+    vec2 place = (transform * vec3(textureCoordinate, 1.0)).xy;
+    // No number, or one so large that nothing is left behind its point, is nowhere on the picture.
+    return all(lessThan(abs(place), vec2(1e6))) ? place : vec2(0.0);
 }
 
 vec3 reliefNormal(vec3 smoothNormal)
