@@ -496,7 +496,7 @@ void TestPreviewFaults::manyAppearances()
 {
     constexpr int count = 1000;
     constexpr std::size_t shown = 20;  // of which all textures are kept: reading files is not the point here
-    constexpr double allowedMegabytes = 24;
+    [[maybe_unused]] constexpr double allowedMegabytes = 24;
     PreviewFixture preview;
     preview.setSky(PreviewFixture::shippedSky());
     std::vector<kiv::CAppearanceInstancePtr> materials;
