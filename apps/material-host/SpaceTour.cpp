@@ -14,7 +14,6 @@
 #include <QScreen>
 
 using TourChecks::await;
-using TourChecks::awaitActive;
 using TourChecks::awaitSettled;
 using TourChecks::expect;
 

@@ -216,11 +216,10 @@ std::array<QImage, 6> paintedPictures(const std::array<QSize, 6>& sizes)
     for (std::size_t i = 0; i < 6; ++i) {
         const int width = sizes[i].width(), height = sizes[i].height(), cut = std::min(width, height);
         pictures[i] = QImage(sizes[i], QImage::Format_RGB32);
+        const int left = (width - cut) / 2, top = (height - cut) / 2;
         for (int y = 0; y < height; ++y)
             for (int x = 0; x < width; ++x)
-                pictures[i].setPixel(
-                    x, y,
-                    paint(seenFrom(i, (x + 0.5 - (width - cut) / 2) / cut, (y + 0.5 - (height - cut) / 2) / cut)));
+                pictures[i].setPixel(x, y, paint(seenFrom(i, (x + 0.5 - left) / cut, (y + 0.5 - top) / cut)));
     }
     return pictures;
 }
@@ -343,7 +342,8 @@ private slots:
         QFETCH(int, level);
         static const CEnvironmentLighting lighting = PrepareLighting(oneBrightFace(256));
         const double roughness = level / 6.0;
-        for (double angle = 0; angle < Pi; angle += Pi / 12) {
+        for (int step = 0; step < 12; ++step) {
+            const double angle = step * Pi / 12;
             const Vector normal =
                 texelCentre({std::cos(angle), 0.8 * std::sin(angle), -0.6 * std::sin(angle)}, 256 >> level);
             const double expected =
