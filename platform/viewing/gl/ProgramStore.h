@@ -11,8 +11,6 @@
 
 namespace kiv {
 
-class CRenderDevice;
-
 /// A linked program with the places of its uniforms.
 class CLinkedProgram {
 public:
@@ -28,8 +26,6 @@ private:
 /// Puts the programs of materials together from their parts, and links what a program manager was given.
 class CProgramStore {
 public:
-    explicit CProgramStore(CRenderDevice& device) : m_device(device) {}
-
     /// Forgets the reason, and all programs when the program manager has unloaded them.
     void BeginFrame();
     /// The program of a surface: its parts one after the other, or the plain colour for an unshaded one. Where none of
@@ -55,7 +51,6 @@ private:
     Entry link(const QByteArray& vertex, const QByteArray& fragment, const std::string& name) const;
     QByteArray header() const;
 
-    CRenderDevice& m_device;
     std::map<std::string, Entry> m_programs;
     unsigned m_generation = 0;
     std::string m_reason;

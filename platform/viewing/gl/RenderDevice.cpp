@@ -66,7 +66,7 @@ void CRenderDevice::create()
         return;
     m_textures = std::make_unique<CTextureStore>(*this);
     m_meshes = std::make_unique<CMeshStore>(*this);
-    m_programs = std::make_unique<CProgramStore>(*this);
+    m_programs = std::make_unique<CProgramStore>();
     m_skies = std::make_unique<CSkyStore>(*this);
 }
 
