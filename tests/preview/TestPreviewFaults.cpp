@@ -361,6 +361,7 @@ void TestPreviewFaults::unknownShaderPart()
     const QImage plain = picture(kiv::EnShading::Unshaded, {});
     QVERIFY(isLike(plain.pixel(Middle), Qt::red));
     QCOMPARE(picture(kiv::EnShading::Default, {"nobody knows this", "../inputs", ""}), plain);
+    QCOMPARE(picture(kiv::EnShading::Default, {"nobodyKnowsThis"}), plain);
 }
 
 // ---- numbers

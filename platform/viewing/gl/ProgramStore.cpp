@@ -35,10 +35,10 @@ QByteArray partText(const std::string& part)
 // The name of a part is the name of its function: anything else is no part.
 bool isPartName(const std::string& name)
 {
-    return !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c); }) &&
-           !partText(name).isEmpty();
+    return !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c); });
 }
 
+// Asked for each surface of each frame, so whether there are such parts is left to who makes the program.
 std::string keyOf(const CStateSet& stateSet)
 {
     if (stateSet.GetShading() == EnShading::Unshaded)
@@ -54,11 +54,12 @@ QByteArray fragmentText(const std::string& parts)
     QByteArray text = textOf("inputs.glsl") + textOf("terms.glsl") + textOf("environment.glsl");
     QByteArray calls;
     for (const QByteArray& part : QByteArray::fromStdString(parts).split(' ')) {
-        if (part.isEmpty())
-            continue;
-        text += partText(part.toStdString());
-        calls += "    " + part + "(s);\n";
+        const QByteArray known = part.isEmpty() ? QByteArray() : partText(part.toStdString());
+        text += known;
+        calls += known.isEmpty() ? QByteArray() : "    " + part + "(s);\n";
     }
+    if (calls.isEmpty())
+        return fragmentText(Plain);
     return text + "void main()\n{\n    Surface s = surfaceHere();\n" + calls +
            "    gl_FragColor = vec4(encodeSrgb(toneCurve(clamp(s.color, 0.0, 64.0))), s.alpha);\n}\n";
 }
