@@ -140,8 +140,8 @@ void TourInput::clickItem(QAbstractItemView& view, const QModelIndex& index)
 void TourInput::choose(QComboBox& box, int row)
 {
     QAbstractItemView& list = *box.view();
-    // A button that comes up later than a double click would, as on a machine that was held up, takes what lies below it
-    // in the list and closes it. Whoever sees that clicks again.
+    // A button that comes up later than a double click would takes what lies below it in the list and closes it, which
+    // happens on a machine that is held up. Whoever sees that clicks again.
     const auto open = [&] {
         if (!list.isVisible())
             click(box);
