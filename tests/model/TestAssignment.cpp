@@ -79,29 +79,19 @@ private slots:
         QVERIFY(AreEqual(*m_model.read(m_model.text(old)), *old));
     }
 
-    void anExactAssignmentGoesBackToDefaults_data()
-    {
-        QTest::addColumn<bool>("exact");
-        QTest::addColumn<double>("metallic");
-        QTest::addColumn<bool>("keepsNote");
-        QTest::newRow("exact") << true << 1.0 << false;
-        QTest::newRow("not exact") << false << 0.5 << true;
-    }
-
     void anExactAssignmentGoesBackToDefaults()
     {
-        QFETCH(bool, exact);
-        QFETCH(double, metallic);
-        QFETCH(bool, keepsNote);
-        const auto metal = m_model.make("Metal");
-        metal->SetProperty("metallic", MakePropertyValue(0.5f));
-        metal->SetProperty("note", MakePropertyValue(String("mine")));
-        metal->IncompleteAssign(m_model.make("Plain"), false, exact);
-        QCOMPARE(metal->GetTemplateName(), String("Metal"));
-        QCOMPARE(double(metal->ValueOr("metallic", 0.0f)), metallic);
-        QCOMPARE(metal->ValueOr("roughness", 0.0f), 0.75f);
-        QCOMPARE(metal->FindProperty("note") != nullptr, keepsNote);
-        QCOMPARE(metal->GetId(), String("id of Metal"));
+        for (const bool exact : {true, false}) {
+            const auto metal = m_model.make("Metal");
+            metal->SetProperty("metallic", MakePropertyValue(0.5f));
+            metal->SetProperty("note", MakePropertyValue(String("mine")));
+            metal->IncompleteAssign(m_model.make("Plain"), false, exact);
+            QCOMPARE(metal->GetTemplateName(), String("Metal"));
+            QCOMPARE(metal->ValueOr("metallic", 0.0f), exact ? 1.0f : 0.5f);
+            QCOMPARE(metal->ValueOr("roughness", 0.0f), 0.75f);
+            QCOMPARE(metal->FindProperty("note") == nullptr, exact);
+            QCOMPARE(metal->GetId(), String("id of Metal"));
+        }
     }
 
     /// An appearance of a template that nobody knows may hold anything; a declared key still takes its type only.

@@ -75,12 +75,7 @@ private slots:
 
     void badTemplatesAreRefused_data()
     {
-        QTest::addColumn<String>("document");
-        QTest::addColumn<String>("place");
-        QTest::addColumn<String>("reason");
-        const auto row = [](const char* name, const String& document, const char* place, const char* reason) {
-            QTest::newRow(name) << document << String(place) << String(reason);
-        };
+        const auto row = testColumns<String, String, String>("document", "place", "reason");
         const auto parameter = [&](const char* json, const char* place, const char* reason) {
             row(json, templateDocument("T", String("\"p\":") + json), ("/schema/parameters/p" + String(place)).c_str(),
                 reason);
@@ -178,22 +173,14 @@ private slots:
 
     void thePanelOfAPathIsFound_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("first");
-        QTest::newRow("type") << "Metal"
-                              << "number metallic<";
-        QTest::newRow("first segment") << "Metal/Steel/Brushed"
-                                       << "number metallic<";
-        QTest::newRow("last segment wins") << "Generic/Metal"
-                                           << "number metallic<";
-        QTest::newRow("type without panel") << "Plain"
-                                            << "name name<";
-        QTest::newRow("unknown") << "Ceiling/White"
-                                 << "name name<";
-        QTest::newRow("empty segments") << "/Metal/"
-                                        << "number metallic<";
-        QTest::newRow("empty") << ""
-                               << "name name<";
+        const auto row = testColumns<QString, QString>("path", "first");
+        row("type", "Metal", "number metallic<");
+        row("first segment", "Metal/Steel/Brushed", "number metallic<");
+        row("last segment wins", "Generic/Metal", "number metallic<");
+        row("type without panel", "Plain", "name name<");
+        row("unknown", "Ceiling/White", "name name<");
+        row("empty segments", "/Metal/", "number metallic<");
+        row("empty", "", "name name<");
     }
 
     void thePanelOfAPathIsFound()

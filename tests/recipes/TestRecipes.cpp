@@ -61,14 +61,6 @@ int linesBrokenBySeam(const QImage& image, bool rows)
     return broken;
 }
 
-void addRows(std::initializer_list<std::pair<const char*, const char*>> rows)
-{
-    QTest::addColumn<QByteArray>("recipe");
-    QTest::addColumn<QString>("named");
-    for (const auto& [recipe, named] : rows)
-        QTest::newRow(recipe) << json(recipe) << QStringLiteral("\"%1\"").arg(named);
-}
-
 }  // namespace
 
 class TestRecipes : public MaterialTest {
@@ -95,9 +87,9 @@ protected:
 private slots:
     void shippedRecipesAreSeamlessAndRepeatable_data()
     {
-        QTest::addColumn<QString>("recipe");
+        const auto row = testColumns<QString>("recipe");
         for (const QFileInfo& file : recipes())
-            QTest::newRow(qPrintable(file.completeBaseName())) << file.filePath();
+            row(qPrintable(file.completeBaseName()), file.filePath());
     }
 
     void shippedRecipesAreSeamlessAndRepeatable()
@@ -150,59 +142,50 @@ private slots:
         }
     }
 
-    void blocksGoOnOverTheSeam_data()
-    {
-        QTest::addColumn<QString>("bond");
-        for (const char* bond : {"running", "third", "stack", "flemish", "english", "herringbone", "ashlar", "planks",
-                                 "hexagon", "checker"})
-            QTest::newRow(bond) << QString(bond);
-    }
-
     /// A joint may lie on the seam; where none does, the same block is found on both sides of it.
     void blocksGoOnOverTheSeam()
     {
-        QFETCH(QString, bond);
-        QVERIFY(Layout::isKnown(bond));
-        const Layout layout{bond, 4, 6, 3};
-        constexpr float Near = 0.0005f;
-        for (int i = 0; i < 200; ++i) {
-            const float t = (float(i) + 0.5f) / 200;
-            for (const auto& [a, b] : {std::pair(blockAt(layout, Near, t), blockAt(layout, 1 - Near, t)),
-                                       std::pair(blockAt(layout, t, Near), blockAt(layout, t, 1 - Near))})
-                QVERIFY(a.id == b.id || (a.edge < 0.003f && b.edge < 0.003f));
+        for (const char* bond : {"running", "third", "stack", "flemish", "english", "herringbone", "ashlar", "planks",
+                                 "hexagon", "checker"}) {
+            QVERIFY2(Layout::isKnown(bond), bond);
+            const Layout layout{bond, 4, 6, 3};
+            constexpr float Near = 0.0005f;
+            for (int i = 0; i < 200; ++i) {
+                const float t = (float(i) + 0.5f) / 200;
+                for (const auto& [a, b] : {std::pair(blockAt(layout, Near, t), blockAt(layout, 1 - Near, t)),
+                                           std::pair(blockAt(layout, t, Near), blockAt(layout, t, 1 - Near))})
+                    QVERIFY2(a.id == b.id || (a.edge < 0.003f && b.edge < 0.003f), bond);
+            }
         }
-    }
-
-    void badRecipesAreRefusedWithTheirReason_data()
-    {
-        addRows({{"{'family':'lace','size':[1,1]}", "family"},
-                 {"{'family':'leather'}", "size"},
-                 {"{'family':'leather','size':[1,'1']}", "size"},
-                 {"{'family':'leather','size':[1,1],'colour':1}", "colour"},
-                 {"{'family':'leather','size':[1,1],'normals':'strong'}", "normals"},
-                 {"{'family':'leather','size':[1,1],'parameters':[1]}", "parameters"},
-                 {"{'family':'leather','size':[1,1],'parameters':{'colour':'#123456'}}", "colour"},
-                 {"{'family':'leather','size':[1,1],'parameters':{'count':100000}}", "count"},
-                 {"{'family':'leather','size':[1,1],'parameters':{'count':20.5}}", "count"},
-                 {"{'family':'leather','size':[1,1],'parameters':{'color':'brownish'}}", "color"},
-                 {"{'family':'strokes','size':[1,1],'parameters':{'colors':[]}}", "colors"},
-                 {"{'family':'strokes','size':[1,1],'parameters':{'taper':1}}", "taper"},
-                 {"{'family':'stone','size':[1,1],'parameters':{'kind':'cheese'}}", "kind"},
-                 {"{'family':'masonry','size':[1,1],'parameters':{'bond':'loose'}}", "bond"}});
-        QTest::newRow("no JSON") << QByteArray("{\"family\"") << "no JSON object";
     }
 
     void badRecipesAreRefusedWithTheirReason()
     {
-        QFETCH(QByteArray, recipe);
-        QFETCH(QString, named);
-        QTemporaryDir folder;
-        QFile file(folder.filePath("bad.json"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(recipe) == recipe.size());
-        file.close();
-        const QString problem = makeTexture(file.fileName(), folder.path(), Side).problem;
-        QVERIFY2(problem.startsWith("bad.json: ") && problem.contains(named), qPrintable(problem));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("bad.json"));
+        const std::pair<const char*, const char*> cases[] = {
+            {"{'family':'lace','size':[1,1]}", "\"family\""},
+            {"{'family':'leather'}", "\"size\""},
+            {"{'family':'leather','size':[1,'1']}", "\"size\""},
+            {"{'family':'leather','size':[1,1],'colour':1}", "\"colour\""},
+            {"{'family':'leather','size':[1,1],'normals':'strong'}", "\"normals\""},
+            {"{'family':'leather','size':[1,1],'parameters':[1]}", "\"parameters\""},
+            {"{'family':'leather','size':[1,1],'parameters':{'colour':'#123456'}}", "\"colour\""},
+            {"{'family':'leather','size':[1,1],'parameters':{'count':100000}}", "\"count\""},
+            {"{'family':'leather','size':[1,1],'parameters':{'count':20.5}}", "\"count\""},
+            {"{'family':'leather','size':[1,1],'parameters':{'color':'brownish'}}", "\"color\""},
+            {"{'family':'strokes','size':[1,1],'parameters':{'colors':[]}}", "\"colors\""},
+            {"{'family':'strokes','size':[1,1],'parameters':{'taper':1}}", "\"taper\""},
+            {"{'family':'stone','size':[1,1],'parameters':{'kind':'cheese'}}", "\"kind\""},
+            {"{'family':'masonry','size':[1,1],'parameters':{'bond':'loose'}}", "\"bond\""},
+            {"{'family'", "no JSON object"}};
+        for (const auto& [recipe, named] : cases) {
+            QTemporaryDir folder;
+            QFile file(folder.filePath("bad.json"));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(json(recipe)) > 0);
+            file.close();
+            const QString problem = makeTexture(file.fileName(), folder.path(), Side).problem;
+            QVERIFY2(problem.startsWith("bad.json: ") && problem.contains(named), qPrintable(problem));
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("bad.json"));
+        }
     }
 };
 

@@ -29,6 +29,14 @@ private slots:
     void cleanup();
 };
 
+/// Names the columns of a test's table. What is answered adds a row: row("name", value, ...).
+template <typename... Values, typename... Names>
+auto testColumns(Names... names)
+{
+    (QTest::addColumn<Values>(names), ...);
+    return [](const char* name, const Values&... values) { (QTest::newRow(name) << ... << values); };
+}
+
 /// Runs the test class with a QApplication, UTF-8 as narrow text and the test's own settings folders.
 int runMaterialTest(int argc, char** argv, QObject& (*make)());
 

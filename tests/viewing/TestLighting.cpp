@@ -236,10 +236,9 @@ protected:
 private slots:
     void facesAreFoundWhereOpenGlLooks_data()
     {
-        QTest::addColumn<int>("longer");
-        QTest::addColumn<int>("larger");
-        QTest::newRow("square") << 0 << 0;
-        QTest::newRow("oblong and of different sizes") << 40 << 64;
+        const auto row = testColumns<int, int>("longer", "larger");
+        row("square", 0, 0);
+        row("oblong and of different sizes", 40, 64);
     }
 
     void facesAreFoundWhereOpenGlLooks()
@@ -284,12 +283,10 @@ private slots:
 
     void whiteFurnace_data()
     {
-        QTest::addColumn<int>("side");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<int>("levels");
-        QTest::newRow("one texel") << 1 << 8 << 2;
-        QTest::newRow("no power of two") << 100 << 64 << 5;
-        QTest::newRow("reduced") << 300 << 256 << 7;
+        const auto row = testColumns<int, int, int>("side", "size", "levels");
+        row("one texel", 1, 8, 2);
+        row("no power of two", 100, 64, 5);
+        row("reduced", 300, 256, 7);
     }
 
     void whiteFurnace()
