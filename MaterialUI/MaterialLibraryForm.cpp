@@ -1,7 +1,8 @@
 #include "MaterialLibraryForm.h"
 
-#include "AppearanceSummary.h"
+#include "AppearanceHeading.h"
 
+#include <AppearanceDynamicEditor.h>
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <AppearancePreviewerCtrl.h>
 
@@ -11,21 +12,31 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-void CMaterialLibraryForm::Build(QDialog& dialog, kiv::CAppearanceLibraryManager& manager,
-                                 AppearanceLibraryProvider* provider, bool cloudEnabled)
+namespace {
+
+constexpr int EditorHeight = 320;  // that can be seen at least; what is more is scrolled to
+
+}  // namespace
+
+void CMaterialLibraryForm::Build(QDialog& dialog, kiv::CMaterialLibrary& library, AppearanceLibraryProvider* provider,
+                                 bool cloudEnabled)
 {
     m_dialog = &dialog;
+    kiv::CAppearanceLibraryManager& manager = *library.GetMaterialManager();
     searchLine = new QLineEdit(&dialog);
     projectBrowser = new CAppearanceLibraryBrowserCtrl(manager, &dialog, provider, cloudEnabled);
     systemBrowser = new CAppearanceLibraryBrowserCtrl(manager, &dialog, nullptr, cloudEnabled);
     previewer = new CAppearancePreviewerCtrl(manager, &dialog);
-    summary = new CAppearanceSummary(manager, &dialog);
+    heading = new CAppearanceHeading(manager, &dialog);
+    editor = new CAppearanceDynamicEditor(manager, library, &dialog);
     auto* columns = new QHBoxLayout;
     columns->setSpacing(3);
     columns->addWidget(buildBrowsers(), 1);
@@ -73,10 +84,31 @@ QWidget* CMaterialLibraryForm::buildRightColumn()
     auto* column = new QWidget(m_dialog);
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(3, 3, 3, 3);
-    layout->setSpacing(6);
+    layout->setSpacing(0);
     layout->addWidget(previewer);
-    layout->addWidget(summary, 1);
+    layout->addWidget(heading);
+    layout->addWidget(buildEditorArea(), 1);
+    column->setFixedWidth(column->sizeHint().width());  // long names wrap instead
     return column;
+}
+
+// A type with many properties has more controls than the screen of a portable computer has room.
+QWidget* CMaterialLibraryForm::buildEditorArea()
+{
+    auto* controls = new QWidget(m_dialog);
+    auto* controlsLayout = new QVBoxLayout(controls);
+    controlsLayout->setSpacing(0);
+    controlsLayout->setContentsMargins(0, 0, 0, 0);
+    controlsLayout->addWidget(editor);
+    auto* area = new QScrollArea(m_dialog);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidgetResizable(true);
+    area->setMinimumHeight(EditorHeight);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(controls);
+    area->setFixedWidth(editor->width() + area->verticalScrollBar()->sizeHint().width());
+    return area;
 }
 
 QBoxLayout* CMaterialLibraryForm::buildBottomBar(bool cloudEnabled)

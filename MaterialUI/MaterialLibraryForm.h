@@ -1,13 +1,14 @@
 #pragma once
 
-#include <kiv/AppearanceLibraryManager.h>
+#include <kiv/MaterialLibrary.h>
 
 #include <QCoreApplication>
 
 class AppearanceLibraryProvider;
+class CAppearanceDynamicEditor;
+class CAppearanceHeading;
 class CAppearanceLibraryBrowserCtrl;
 class CAppearancePreviewerCtrl;
-class CAppearanceSummary;
 class QBoxLayout;
 class QDialog;
 class QFrame;
@@ -21,14 +22,14 @@ class CMaterialLibraryForm {
     Q_DECLARE_TR_FUNCTIONS(CMaterialLibraryForm)
 
 public:
-    void Build(QDialog& dialog, kiv::CAppearanceLibraryManager& manager, AppearanceLibraryProvider* provider,
-               bool cloudEnabled);
+    void Build(QDialog& dialog, kiv::CMaterialLibrary& library, AppearanceLibraryProvider* provider, bool cloudEnabled);
 
     QLineEdit* searchLine = nullptr;
     CAppearanceLibraryBrowserCtrl* projectBrowser = nullptr;
     CAppearanceLibraryBrowserCtrl* systemBrowser = nullptr;
     CAppearancePreviewerCtrl* previewer = nullptr;
-    CAppearanceSummary* summary = nullptr;
+    CAppearanceHeading* heading = nullptr;
+    CAppearanceDynamicEditor* editor = nullptr;
     QPushButton* applyButton = nullptr;
     QLabel* accountLabel = nullptr;          ///< whether the account is on line
     QLabel* synchronizationLabel = nullptr;  ///< how many favourites wait, failed and succeeded
@@ -36,6 +37,7 @@ public:
 private:
     QWidget* buildBrowsers();
     QWidget* buildRightColumn();
+    QWidget* buildEditorArea();
     QBoxLayout* buildBottomBar(bool cloudEnabled);
     void disableCloudButtons();
     QFrame* makeLine(bool isVertical, const char* name);

@@ -1,10 +1,12 @@
 #include "MaterialLibraryWidget.h"
 
-#include "AppearanceSummary.h"
+#include "AppearanceHeading.h"
+#include "EditStack.h"
 #include "FavoriteLibraryLoader.h"
 #include "ItemRoles.h"
 #include "MaterialLibraryForm.h"
 
+#include <AppearanceDynamicEditor.h>
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <AppearancePreviewerCtrl.h>
 #include <MaterialConstants.h>
@@ -26,6 +28,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTableWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -82,8 +85,8 @@ kiv::CAppearanceLibraryPtr addFavoriteLibrary(kiv::CAppearanceLibraryManager& ma
 
 struct CMaterialLibraryWidget::Private {
     Private(kiv::CMaterialLibrary& materials, bool release, const std::string& name, bool cloud)
-        : manager(*materials.GetMaterialManager()), releaseOnClose(release), projectLibraryName(name),
-          cloudEnabled(cloud)
+        : library(materials), manager(*materials.GetMaterialManager()), releaseOnClose(release),
+          projectLibraryName(name), cloudEnabled(cloud)
     {
     }
 
@@ -93,6 +96,7 @@ struct CMaterialLibraryWidget::Private {
     void connectSignals(QDialog& dialog) const;
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
     void show(const kiv::CAppearanceInstancePtr& appearance) const;
+    void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
     void showAwaited();
     void showCloudStatus() const;
     void markCloudRows() const;
@@ -101,6 +105,7 @@ struct CMaterialLibraryWidget::Private {
     kiv::CAppearanceInstancePtr firstAppearance() const;
     static kiv::CAppearanceInstancePtr appearanceAt(const CAppearanceLibraryBrowserCtrl& browser, int row);
 
+    kiv::CMaterialLibrary& library;
     kiv::CAppearanceLibraryManager& manager;
     bool releaseOnClose;
     std::string projectLibraryName;
@@ -141,7 +146,7 @@ void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool
     }
     setWindowTitle(tr("材质库"));
     m->setUpWindow(*this);
-    m->form.Build(*this, m->manager, provider, m->cloudEnabled);
+    m->form.Build(*this, m->library, provider, m->cloudEnabled);
     m->setUpFavorites();
     m->showLibraries();
     if (const auto first = m->firstAppearance()) {
@@ -199,7 +204,13 @@ void CMaterialLibraryWidget::Private::connectSignals(QDialog& dialog) const
     connect(form.previewer->GetApplyButton(), SIGNAL(pressed()), &dialog, SLOT(OnApplyAppearanceButton()));
     connect(form.previewer, SIGNAL(SaveAppearance(const kiv::CAppearanceInstancePtr&)), form.projectBrowser,
             SLOT(OnAddAppearance(const kiv::CAppearanceInstancePtr&)));
-    connect(form.summary->GetApplyButton(), SIGNAL(pressed()), &dialog, SLOT(OnApplyAppearanceButton()));
+    connect(form.heading->GetApplyButton(), SIGNAL(pressed()), &dialog, SLOT(OnApplyAppearanceButton()));
+    connect(form.editor, SIGNAL(OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr&, const kiv::String&)),
+            &dialog, SLOT(OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr&, const kiv::String&)));
+    connect(form.editor, SIGNAL(OnTransformEditedData(const kiv::String&)), &dialog,
+            SLOT(OnTransformEditedData(const kiv::String&)));
+    connect(form.editor, SIGNAL(OnApplyTexture()), &dialog, SLOT(OnApply()));
+    connect(new QShortcut(QKeySequence::Undo, &dialog), SIGNAL(activated()), &dialog, SLOT(OnUndo()));
     connect(form.searchLine, SIGNAL(textChanged(const QString&)), &dialog, SLOT(OnSearchValueChanged(const QString&)));
     connect(form.searchLine, SIGNAL(returnPressed()), &dialog, SLOT(OnSearchValueChangedSlot()));
     connect(form.applyButton, SIGNAL(pressed()), &dialog, SLOT(OnApply()));
@@ -250,8 +261,10 @@ kiv::CAppearanceLibraryPtr CMaterialLibraryWidget::Private::projectLibrary() con
 
 void CMaterialLibraryWidget::OnSelectAppearance(const kiv::CAppearanceInstancePtr& appearance)
 {
-    if (!appearance)
+    if (!appearance) {
+        m->form.editor->setEnabled(false);
         return;
+    }
     if (!kiv::CMaterialHelper::CheckResourceComplete(appearance, m->manager))
         m->awaited = appearance;
     m->show(appearance);
@@ -260,6 +273,7 @@ void CMaterialLibraryWidget::OnSelectAppearance(const kiv::CAppearanceInstancePt
 
 void CMaterialLibraryWidget::OnApply()
 {
+    CEditStack::Instance().Clear();
     QString id = m->form.projectBrowser->GetCurSel();
     emit MatApply(id);
     accept();
@@ -291,7 +305,18 @@ void CMaterialLibraryWidget::OnDoubleClickTableWidget(QModelIndex index)
 void CMaterialLibraryWidget::Private::show(const kiv::CAppearanceInstancePtr& appearance) const
 {
     form.previewer->SetAppearance(appearance);
-    form.summary->ShowAppearance(appearance);
+    form.heading->ShowAppearance(appearance);
+    form.editor->SetAppearance(appearance);
+    form.editor->setEnabled(appearance->GetEditType() >= 1);
+}
+
+// The same object with other values.
+void CMaterialLibraryWidget::Private::showAnew(const kiv::CAppearanceInstancePtr& appearance) const
+{
+    if (appearance == form.editor->GetAppearance())
+        form.editor->Refresh();
+    if (appearance == form.previewer->GetAppearance())
+        show(appearance);
 }
 
 // The host's function may set another one while it runs.
@@ -307,6 +332,51 @@ kiv::CAppearanceInstancePtr CMaterialLibraryWidget::Private::appearanceAt(const 
     const QTableWidgetItem* item = browser.GetTableWidget()->item(row, NameColumn);
     const auto library = browser.GetCurrentLibrary();
     return item && library ? library->FindInstance(item->data(IdRole).toString().toLocal8Bit().toStdString()) : nullptr;
+}
+
+// ---- editing
+
+void CMaterialLibraryWidget::OnTransformEditedData(const kiv::String& record)
+{
+    CEditStack::Instance().Push(record);
+}
+
+void CMaterialLibraryWidget::OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr& appearance,
+                                                         const kiv::String& key)
+{
+    for (CAppearanceLibraryBrowserCtrl* browser : {m->form.projectBrowser, m->form.systemBrowser})
+        browser->OnAppearancePropertyChanged(appearance, key);
+    if (appearance == m->form.previewer->GetAppearance()) {
+        m->form.previewer->SetAppearance(appearance);
+        m->form.heading->ShowAppearance(appearance);
+    }
+    AppearancePropertyChangedFunc(appearance, key);
+    emit AppearanceEdited(appearance);
+}
+
+void CMaterialLibraryWidget::OnUndo()
+{
+    const auto appearance = CEditStack::Instance().TakeBackLast(m->manager, m->projectLibrary());
+    if (!appearance)
+        return;
+    UpdateBrowserLibrary();
+    m->showAnew(appearance);
+    emit AppearanceEdited(appearance);
+}
+
+void CMaterialLibraryWidget::OnRevocation()
+{
+    reject();
+}
+
+void CMaterialLibraryWidget::reject()
+{
+    CEditStack& edits = CEditStack::Instance();
+    if (!edits.IsEmpty()) {
+        edits.TakeBackAll(m->manager, m->projectLibrary());
+        UpdateBrowserLibrary();
+    }
+    QDialog::reject();
 }
 
 // ---- searching and switching
@@ -406,7 +476,7 @@ void CMaterialLibraryWidget::Private::showAwaited()
     if (!cloudEnabled || !awaited)
         return;
     if (awaited == form.previewer->GetAppearance() && kiv::CMaterialHelper::CheckResourceComplete(awaited, manager))
-        show(awaited);
+        showAnew(awaited);
     awaited.reset();
 }
 

@@ -15,9 +15,12 @@ class AppearanceLibraryProvider;
 class CAppearanceLibraryBrowserCtrl;
 
 /// The material dialog of the standard edition: the project's library above, the system or favourite library below, and
-/// beside them a preview of the selected appearance and what is known of it, where the editor will be. Selecting an
-/// appearance hands it to the apply reactor at once; the button "确定" announces the one to keep and closes. Escape and
-/// the window's close button reject.
+/// beside them a preview of the selected appearance and its editor. Selecting an appearance hands it to the apply
+/// reactor at once; the button "确定" announces the one to keep and closes. Escape and the window's close button
+/// reject.
+///
+/// Appearances of an edit type of 1 or more can be edited; the others are shown read-only. A change is made in the
+/// appearance at once and told by AppearanceEdited(). Ctrl+Z takes the last one back, rejecting all of them.
 ///
 /// What changes a library (copy, delete, remove, type change, favourites) is not built yet: the browsers' context menus
 /// stay closed and the buttons of the cloud are disabled, so that nothing looks as if it worked.
@@ -54,14 +57,23 @@ signals:
     /// The id of the appearance to apply, as the dialog is accepted.
     void MatApply(QString& id);
     void OnApplyTexture();
+    /// The appearance was changed in the editor, or a change of it was taken back: draw anew what has it.
+    void AppearanceEdited(const kiv::CAppearanceInstancePtr& appearance);
+
+public slots:
+    /// Takes back what was edited since the dialog was opened, the last edit first, and rejects.
+    void OnRevocation();
+    /// The same.
+    void reject() override;
 
 protected:
     // What a derived widget can replace. The order is an interface to hosts.
 
     /// A row of the lower table was double-clicked: applies the appearance. The dialog stays open.
     virtual void DoubleClickSystemBrowserFunc(const kiv::CAppearanceInstancePtr& appearance);
-    /// The following do nothing yet (null, false); nothing in the dialog calls them.
+    /// The property of the key was edited; browsers and preview show it already. Empty in this edition.
     virtual void AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& key);
+    /// The following do nothing yet (null, false); nothing in the dialog calls them.
     virtual kiv::CAppearanceInstancePtr CopyandAddAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance);
     virtual bool AddFavoriteAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& category);
     virtual bool AddFavoriteTexturesFunc();
@@ -85,7 +97,12 @@ protected:
 
 protected slots:
     void OnSelectAppearance(const kiv::CAppearanceInstancePtr& appearance);
-    /// Announces the selection of the project's library by MatApply and accepts.
+    void OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr& appearance, const kiv::String& key);
+    /// Keeps the record of an edit that is about to be made.
+    void OnTransformEditedData(const kiv::String& record);
+    /// Takes back the last edit, if there is one.
+    void OnUndo();
+    /// Announces the selection of the project's library by MatApply and accepts, and the edits with it.
     void OnApply();
     /// Applies what the right-hand column shows; the dialog stays open.
     void OnApplyAppearanceButton();

@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CAppearanceHeading</name>
+    <message>
+        <source>应用</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>将此材质再次应用于所选构件</source>
+        <translation>将此材质再次应用于所选构件</translation>
+    </message>
+    <message>
+        <source>请选择材质</source>
+        <translation>请选择材质</translation>
+    </message>
+    <message>
+        <source>%1 · 只读</source>
+        <translation>%1 · 只读</translation>
+    </message>
+</context>
+<context>
     <name>CAppearanceLibraryBrowserCtrl</name>
     <message>
         <source>Type: %1</source>
@@ -128,61 +147,6 @@
     </message>
 </context>
 <context>
-    <name>CAppearanceSummary</name>
-    <message>
-        <source>应用</source>
-        <translation>应用</translation>
-    </message>
-    <message>
-        <source>将此材质再次应用于所选构件</source>
-        <translation>将此材质再次应用于所选构件</translation>
-    </message>
-    <message>
-        <source>颜色</source>
-        <translation>颜色</translation>
-    </message>
-    <message>
-        <source>粗糙度</source>
-        <translation>粗糙度</translation>
-    </message>
-    <message>
-        <source>金属度</source>
-        <translation>金属度</translation>
-    </message>
-    <message>
-        <source>不透明度</source>
-        <translation>不透明度</translation>
-    </message>
-    <message>
-        <source>折射率</source>
-        <translation>折射率</translation>
-    </message>
-    <message>
-        <source>纹理</source>
-        <translation>纹理</translation>
-    </message>
-    <message>
-        <source>编辑</source>
-        <translation>编辑</translation>
-    </message>
-    <message>
-        <source>可编辑</source>
-        <translation>可编辑</translation>
-    </message>
-    <message>
-        <source>只读</source>
-        <translation>只读</translation>
-    </message>
-    <message>
-        <source>标签</source>
-        <translation>标签</translation>
-    </message>
-    <message>
-        <source>请选择材质</source>
-        <translation>请选择材质</translation>
-    </message>
-</context>
-<context>
     <name>CChooseLibraryDlg</name>
     <message>
         <source>选择材质库</source>
@@ -254,6 +218,17 @@
     <message>
         <source>TilesPlain</source>
         <translation>瓷砖</translation>
+    </message>
+</context>
+<context>
+    <name>CDynamicWidget</name>
+    <message>
+        <source>提示</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>无法写入法线贴图“%1”。</source>
+        <translation>无法写入法线贴图“%1”。</translation>
     </message>
 </context>
 <context>
@@ -335,14 +310,17 @@
     </message>
 </context>
 <context>
+    <name>CImageCtrl</name>
+    <message>
+        <source>Auto generate bump image</source>
+        <translation>自动生成凹凸图</translation>
+    </message>
+</context>
+<context>
     <name>CImagePreviewerCtrl</name>
     <message>
         <source>Image</source>
         <translation>图片</translation>
-    </message>
-    <message>
-        <source>Press Space to choose another image</source>
-        <translation>按空格键选择其他图片</translation>
     </message>
     <message>
         <source>Choose Image</source>
@@ -351,6 +329,17 @@
     <message>
         <source>(*.jpg;*.jpeg;*.png;*.bmp);;JPEG Files(*.jpg;*.jpeg);;PNG Files(*.png);;BMP Files(*.bmp)</source>
         <translation>(*.jpg;*.jpeg;*.png;*.bmp);;JPEG 文件(*.jpg;*.jpeg);;PNG 文件(*.png);;BMP 文件(*.bmp)</translation>
+    </message>
+    <message>
+        <source>Press Space to place the image</source>
+        <translation>按空格键设置图片的位置</translation>
+    </message>
+</context>
+<context>
+    <name>CImageWidget</name>
+    <message>
+        <source>Select image</source>
+        <translation>选择图片</translation>
     </message>
 </context>
 <context>
@@ -396,6 +385,89 @@
     <message>
         <source>系统文件夹不完整,收藏功能不可用！</source>
         <translation>系统文件夹不完整,收藏功能不可用！</translation>
+    </message>
+</context>
+<context>
+    <name>CTextureEditorDlg</name>
+    <message>
+        <source>纹理编辑器</source>
+        <translation>纹理编辑器</translation>
+    </message>
+    <message>
+        <source>拖动旋转，中键平移，滚轮缩放，双击复位</source>
+        <translation>拖动旋转，中键平移，滚轮缩放，双击复位</translation>
+    </message>
+    <message>
+        <source>纹理预览</source>
+        <translation>纹理预览</translation>
+    </message>
+    <message>
+        <source>实际尺寸</source>
+        <translation>实际尺寸</translation>
+    </message>
+    <message>
+        <source>宽度(m)</source>
+        <translation>宽度(m)</translation>
+    </message>
+    <message>
+        <source>m</source>
+        <translation>m</translation>
+    </message>
+    <message>
+        <source>高度(m)</source>
+        <translation>高度(m)</translation>
+    </message>
+    <message>
+        <source>位置</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>横向(m)</source>
+        <translation>横向(m)</translation>
+    </message>
+    <message>
+        <source>纵向(m)</source>
+        <translation>纵向(m)</translation>
+    </message>
+    <message>
+        <source>旋转</source>
+        <translation>旋转</translation>
+    </message>
+    <message>
+        <source>°</source>
+        <translation>°</translation>
+    </message>
+    <message>
+        <source>水平翻转</source>
+        <translation>水平翻转</translation>
+    </message>
+    <message>
+        <source>垂直翻转</source>
+        <translation>垂直翻转</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>重复</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation>水平</translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation>垂直</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Mirrored repeat</source>
+        <translation>镜像重复</translation>
+    </message>
+    <message>
+        <source>Clamp</source>
+        <translation>不重复</translation>
     </message>
 </context>
 <context>

@@ -75,7 +75,10 @@ CAppearancePreviewerCtrl::CAppearancePreviewerCtrl(kiv::CAppearanceLibraryManage
 {
     m_ui->setupUi(this);
     setUpShapes();
+    const QString hint = m_ui->colorButton->toolTip();
     m_ui->colorButton->setShowName(false);
+    m_ui->colorButton->setShowToolTip(false);
+    m_ui->colorButton->setToolTip(hint);
     hideActions();
     setUpShading();
     connectSignals();

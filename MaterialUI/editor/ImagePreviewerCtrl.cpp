@@ -4,13 +4,16 @@
 
 #include <kiv/system/StoredPath.h>
 
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QUrl>
 
 #include <utility>
 
@@ -27,6 +30,21 @@ QString qtFilter(QString filter)
 {
     static const QRegularExpression loneSemicolon(QStringLiteral("(?<!;);(?!;)"));
     return filter.replace(loneSemicolon, QStringLiteral(" "));
+}
+
+/// Where the user, in any of the thumbnails, found a picture last.
+QString& lastFolder()
+{
+    static QString folder;
+    return folder;
+}
+
+/// The file that is dragged; empty for anything but one file that can be a texture.
+QString draggedFile(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    const QString file = urls.size() == 1 ? urls.first().toLocalFile() : QString();
+    return CMaterialHelper::CheckTextureFileValidity(file) ? file : QString();
 }
 
 // Large pictures are shown from a small copy, which is only needed until it is read.
@@ -47,7 +65,8 @@ CImagePreviewerCtrl::CImagePreviewerCtrl(QWidget* parent) : QWidget(parent)
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
     setAccessibleName(tr("Image"));
-    setAccessibleDescription(tr("Press Space to choose another image"));
+    setAccessibleDescription(tr("Press Space to place the image"));
+    setAcceptDrops(true);
 }
 
 void CImagePreviewerCtrl::SetImage(const QString& path)
@@ -75,12 +94,15 @@ void CImagePreviewerCtrl::OnChooseImage()
 QString CImagePreviewerCtrl::startFolder() const
 {
     if (!m_path.isEmpty())
-        return QFileInfo(m_path).absolutePath();
+        return QFileInfo(kiv::system::NativePath(m_path)).absolutePath();
+    if (!lastFolder().isEmpty())
+        return lastFolder();
     return kiv::system::NativePath(QString::fromLocal8Bit(m_defaultFolder.c_str()));
 }
 
 void CImagePreviewerCtrl::takeImage(const QString& path)
 {
+    lastFolder() = QFileInfo(path).absolutePath();
     display(path, scaledThumbnail(path));
     emit ChangeImageFile();
 }
@@ -109,13 +131,28 @@ void CImagePreviewerCtrl::mousePressEvent(QMouseEvent* event)
 void CImagePreviewerCtrl::mouseReleaseEvent(QMouseEvent* event)
 {
     if (std::exchange(m_isPressed, false) && rect().contains(event->pos()))
-        OnChooseImage();
+        emit Clicked();
 }
 
 void CImagePreviewerCtrl::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Space)
-        OnChooseImage();
+        emit Clicked();
     else
         QWidget::keyPressEvent(event);
+}
+
+void CImagePreviewerCtrl::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!draggedFile(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void CImagePreviewerCtrl::dropEvent(QDropEvent* event)
+{
+    const QString file = draggedFile(*event->mimeData());
+    if (file.isEmpty())
+        return;
+    event->acceptProposedAction();
+    takeImage(file);
 }

@@ -6,7 +6,8 @@
 
 #include <string>
 
-/// The thumbnail of a picture file, stretched to the widget. A click, or Space, lets the user choose another file.
+/// The thumbnail of a picture file, stretched to the widget. A click, or Space, is announced; a file dropped on it is
+/// taken like a chosen one.
 class CImagePreviewerCtrl : public QWidget {
     Q_OBJECT
 
@@ -17,12 +18,14 @@ public:
     void SetImage(const QString& path);
     const QString& GetImage() const { return m_path; }
 
-    /// Where the user looks for files while there is no image; local 8-bit.
+    /// Where the user looks for files while there is no image and none was chosen before; local 8-bit.
     void SetDefaultFolder(const std::string& folder) { m_defaultFolder = folder; }
 
 signals:
     /// The user chose another file.
     void ChangeImageFile();
+    /// By mouse or keyboard.
+    void Clicked();
 
 public slots:
     /// Asks for a file. Cancelling and what cannot be a texture change nothing.
@@ -33,6 +36,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     QString startFolder() const;

@@ -373,6 +373,13 @@ void MainWindow::showMaterials()
             showElement(element.id);
 }
 
+void MainWindow::showMaterial(const CAppearanceInstancePtr& material)
+{
+    for (const BuildingElement& element : m_document.building().elements)
+        if (element.takesMaterial() && drawnMaterial(element.id) == material)
+            showElement(element.id);
+}
+
 CAppearanceInstancePtr MainWindow::drawnMaterial(const QString& elementId) const
 {
     return m_preview && elementId == m_previewed ? m_preview : m_document.materialOf(elementId);
@@ -398,6 +405,9 @@ void MainWindow::openLibrary()
     connect(m_session, &MaterialSession::kept, this, &MainWindow::keep);
     connect(m_session, &MaterialSession::putBack, this,
             [this](const QString& elementId) { preview(elementId, nullptr); });
+    connect(m_session, &MaterialSession::edited, this, &MainWindow::showMaterial);
+    // What was edited is put back with what was tried.
+    connect(m_session, &MaterialSession::putBack, this, &MainWindow::showMaterials);
     connect(m_session, &MaterialSession::closed, &m_document, &ProjectDocument::noticeLibraryChanges);
     m_session->open(elementOnScreen(m_selected));
 }

@@ -76,6 +76,8 @@ private:
     void zoomToFit();
     void showElement(const QString& elementId);
     void showMaterials();
+    /// All elements that have the material.
+    void showMaterial(const kiv::CAppearanceInstancePtr& material);
     void preview(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
     void keep(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
     QRect elementOnScreen(const QString& elementId) const;

@@ -1,5 +1,7 @@
 #include "MaterialFill.h"
 
+#include <kiv/TextureTransform.h>
+
 #include <QtMath>
 
 using kiv::CAppearanceInstance;
@@ -14,12 +16,6 @@ QColor colourOf(const CAppearanceInstance& appearance)
     const kiv::CVec4<float> c = appearance.GetDiffuse();
     const auto part = [](float value) { return qBound(0.0, double(value), 1.0); };
     return QColor::fromRgbF(part(c.x), part(c.y), part(c.z));
-}
-
-/// Mirrors when the stored size is negative.
-double signOf(float size)
-{
-    return size < 0 ? -1 : 1;
 }
 
 }  // namespace
@@ -53,17 +49,22 @@ QBrush MaterialFill::textureBrush(const CAppearanceInstance& texture, const Elev
     const QImage tile = m_textures.tile(file, {qRound(size.width()), qRound(size.height() * tilt)});
     if (tile.isNull())
         return {};
-    const auto stored = texture.ValueOr("scale", CVec2<float>(1, 1));
-    const auto offset = texture.ValueOr("offset", CVec2<float>(0, 0));
     const double unit = metresPerUnit() * scale.pixelsPerMetre;
-    QTransform placement = QTransform::fromTranslate(scale.origin.x(), scale.origin.y());
-    placement.scale(1, tilt);
-    placement.rotate(texture.ValueOr<float>("rotation", 0));
-    placement.translate(offset.x * unit, -offset.y * unit);
-    placement.scale(signOf(stored.x) * size.width() / tile.width(), signOf(stored.y) * size.height() / tile.height());
+    QTransform onSurface = QTransform::fromTranslate(scale.origin.x(), scale.origin.y());
+    onSurface.scale(unit, -unit * tilt);
+    const QTransform toPicture = QTransform::fromScale(1.0 / tile.width(), -1.0 / tile.height());
     QBrush brush(tile);
-    brush.setTransform(placement);
+    brush.setTransform(toPicture * placementOf(texture).inverted() * onSurface);
     return brush;
+}
+
+// From a place on the surface, in units with y up, to one on the picture.
+QTransform MaterialFill::placementOf(const CAppearanceInstance& texture)
+{
+    const auto m =
+        kiv::TextureTransform(texture.ValueOr<float>("rotation", 0), texture.ValueOr("scale", CVec2<float>(1, 1)),
+                              texture.ValueOr("offset", CVec2<float>(0, 0)));
+    return {double(m(0, 0)), double(m(1, 0)), double(m(0, 1)), double(m(1, 1)), double(m(0, 2)), double(m(1, 2))};
 }
 
 QSizeF MaterialFill::sizeOf(const CAppearanceInstance& texture) const

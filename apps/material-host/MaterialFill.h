@@ -41,6 +41,7 @@ public:
 
 private:
     QBrush textureBrush(const kiv::CAppearanceInstance& texture, const ElevationScale& scale, double tilt) const;
+    static QTransform placementOf(const kiv::CAppearanceInstance& texture);
     QSizeF sizeOf(const kiv::CAppearanceInstance& texture) const;
     double metresPerUnit() const;
 

@@ -20,6 +20,8 @@ MaterialSession::MaterialSession(kiv::CMaterialLibrary& library, const QString& 
         emit shown(m_elementId, chosen);
     });
     connect(m_dialog, SIGNAL(MatApply(QString&)), this, SLOT(onMatApply(QString&)));
+    connect(m_dialog, SIGNAL(AppearanceEdited(const kiv::CAppearanceInstancePtr&)), this,
+            SIGNAL(edited(const kiv::CAppearanceInstancePtr&)));
     connect(m_dialog, SIGNAL(finished(int)), this, SLOT(onFinished(int)));
 }
 

@@ -30,6 +30,8 @@ public:
 signals:
     /// The user selected a material: draw the element with it.
     void shown(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
+    /// A material of the project was edited, or an edit was taken back: draw anew what has it.
+    void edited(const kiv::CAppearanceInstancePtr& material);
     void kept(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
     void putBack(const QString& elementId);
     /// The dialog has closed, after kept() or putBack().

@@ -2,6 +2,8 @@
 #include "HostTour.h"
 #include "MainWindow.h"
 
+#include <GlobalConfig.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QLocale>
@@ -56,6 +58,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(MATERIAL_HOST_VERSION);
     // Narrow texts of the material model are UTF-8 here, also where the environment names no locale.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    GMaterialUI::CGlobalConfig::SetMaterialNameEditable(true);
     HostOptions options = HostOptions::fromArguments(QCoreApplication::arguments());
     loadTranslations(application, options.language);
 

@@ -91,7 +91,7 @@ void TestedDialog::doubleClickRow(const CAppearanceLibraryBrowserCtrl* browser, 
 
 QString TestedDialog::shownName() const
 {
-    return findChild<QLabel*>("SummaryName")->text();
+    return findChild<QLabel*>("AppearanceName")->text();
 }
 
 QColor TestedDialog::shownPixel() const

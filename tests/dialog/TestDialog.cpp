@@ -71,8 +71,9 @@ void TestDialog::isLaidOut()
     TestedDialog local(*m_fixture, false);
     local.show();
     QVERIFY(!local.findChild<QLabel*>("LabelAccount")->isVisible());
-    for (auto* button : local.findChildren<QToolButton*>())
-        QVERIFY(!button->isVisible() || button->parent() == local.findChild<QLineEdit*>("LineSearch"));
+    for (auto* browser : {local.project(), local.system()})
+        for (auto* button : browser->findChildren<QToolButton*>())
+            QVERIFY(!button->isVisible());
 }
 
 void TestDialog::firstSelection_data()

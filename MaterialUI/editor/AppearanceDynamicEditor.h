@@ -1,0 +1,33 @@
+#pragma once
+
+#include "AppearanceEditorWidget.h"
+
+#include <kiv/MaterialLibrary.h>
+
+#include <QPointer>
+
+class CDynamicWidget;
+
+/// A property editor whose controls come from the panel description of the appearance's category. 290 pixels wide.
+class CAppearanceDynamicEditor : public CAppearanceEditorWidget {
+    Q_OBJECT
+
+public:
+    /// Manager and library are borrowed and must outlive the editor. Disabled until it has an appearance.
+    CAppearanceDynamicEditor(kiv::CAppearanceLibraryManager& manager, kiv::CMaterialLibrary& library, QWidget* parent);
+
+    /// The keyboard focus stays with the control of the same property.
+    void Refresh() override;
+
+public slots:
+    void OnChangeAppearance(const kiv::String& propId);
+    void TransformEditedData(const kiv::String& data);
+
+private:
+    QString focusedProperty() const;
+    void replaceControls();
+
+    kiv::CMaterialLibrary& m_library;
+    QPointer<CDynamicWidget> m_controls;
+    QWidget* m_panel;
+};

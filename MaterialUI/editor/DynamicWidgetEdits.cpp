@@ -1,0 +1,146 @@
+// What the controls of the panel do to the appearance.
+
+#include "DynamicWidget.h"
+#include "ImageCtrl.h"
+#include "TextureEditorDlg.h"
+
+#include <MaterialConstants.h>
+
+#include <kiv/AppearanceSerializer.h>
+#include <kiv/Image.h>
+
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPointer>
+
+using kiv::CAppearanceInstance;
+using kiv::CAppearanceInstancePtr;
+using kiv::String;
+
+namespace {
+
+constexpr double ReliefHeight = 8.0;
+constexpr double ReliefSmoothing = 2.0;
+
+class WaitCursor {
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+}  // namespace
+
+// Before the change: the record is what puts it back. False when the change is not to be made, since whoever heard of
+// the record took the panel or its appearance away.
+bool CDynamicWidget::announceEdit(const String& key)
+{
+    if (!m_isBuilt || !m_appearance)
+        return false;
+    const QPointer<CDynamicWidget> alive(this);
+    const CAppearanceInstancePtr edited = m_appearance;
+    kiv::CAppearanceSerializer serializer(m_manager);
+    serializer.SetAppearanceLibrary(m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME));
+    emit TransformEditedData(serializer.SerializeEditedMaterialData(edited->GetId(), kiv::EditedMaterialChanged, key));
+    return alive && m_appearance == edited;
+}
+
+void CDynamicWidget::OnPropertyChanged(const String& id, const kiv::CPropertyValuePtr& val)
+{
+    if (!val || !announceEdit(id))
+        return;
+    if (id == APPEARANCE_TRANSPARENT)
+        m_appearance->SetTransparent(val->Get<float>());
+    else if (id == APPEARANCE_DIFFUSE_COLOR)
+        m_appearance->SetDiffuse(val->Get<kiv::CVec4<float>>());
+    else
+        m_appearance->SetProperty(id, val);
+    emit ChangeAppearance(id);
+}
+
+void CDynamicWidget::OnImageChanged(const String& id, const kiv::CPropertyValuePtr& val)
+{
+    if (!announceEdit(id))
+        return;
+    if (const auto texture = textureOf(id))
+        texture->SetProperty(APPEARANCE_TEXTURE_FILE, val);
+    emit ChangeAppearance(id);
+}
+
+CAppearanceInstancePtr CDynamicWidget::textureOf(const String& key) const
+{
+    return m_appearance ? m_appearance->ValueOr<CAppearanceInstancePtr>(key, nullptr) : nullptr;
+}
+
+// ---- placing a texture
+
+void CDynamicWidget::OnShowTextureEditor(const QString& id)
+{
+    const String key = id.toLocal8Bit().toStdString();
+    const CAppearanceInstancePtr edited = m_appearance;
+    const CAppearanceInstancePtr texture = textureOf(key);
+    if (!texture)
+        return;
+    const QPointer<CDynamicWidget> alive(this);
+    const auto library = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME);
+    const bool isListed = library && library->FindInstance(edited->GetId()) == edited;
+    const QString unit = QString::fromLocal8Bit(m_library.GetTextureUnit().c_str());
+    const QPointer<CTextureEditorDlg> dialog(
+        new CTextureEditorDlg(m_manager, texture->Clone(texture->GetId()), unit, this));
+    dialog->exec();
+    if (!alive || !dialog)
+        return;
+    const CAppearanceInstancePtr placed = dialog->GetTexture();
+    delete dialog;
+    const auto now = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME);
+    const bool isListedNow = now && now->FindInstance(edited->GetId()) == edited;
+    if (m_appearance == edited && textureOf(key) == texture && isListedNow == isListed)
+        keepPlacement(key, *texture, *placed);
+}
+
+void CDynamicWidget::keepPlacement(const String& key, CAppearanceInstance& texture, const CAppearanceInstance& placed)
+{
+    if (!announceEdit(key))
+        return;
+    for (const char* part : {"rotation", "scale", "offset", "transform", "repeat_h", "repeat_v"})
+        texture.SetProperty(part, placed.FindProperty(part));
+    emit ChangeAppearance(key);
+}
+
+// ---- making a normal map
+
+void CDynamicWidget::OnGenNormalMap(CImageCtrl* pControl)
+{
+    const auto texture = textureOf(APPEARANCE_DIFFUSE_TEXTURE);
+    const QPointer<CImageCtrl> control(pControl);
+    if (!texture || !control)
+        return;
+    const QString normalMap =
+        makeNormalMap(QString::fromLocal8Bit(m_manager.ResolvePath(texture->GetTextureFile()).c_str()));
+    if (normalMap.isEmpty() || !control)
+        return;
+    control->SetTypedValue(normalMap.toLocal8Bit().toStdString());
+    control->OnValueChanged();
+}
+
+QString CDynamicWidget::makeNormalMap(const QString& picture)
+{
+    if (!QFileInfo(picture).isFile())
+        return {};
+    const QString path = picture.left(picture.lastIndexOf('.')) + QStringLiteral("_normal.jpg");
+    if (QFileInfo::exists(path))
+        return path;
+    bool isSaved = false;
+    {
+        const WaitCursor cursor;
+        const auto image = kiv::CImage::CreateNormalMapFromFile(picture.toStdWString(), ReliefHeight, ReliefSmoothing);
+        if (!image)
+            return {};
+        isSaved = image->SaveToFile(path.toStdWString());
+    }
+    if (!isSaved)
+        QMessageBox::warning(this, tr("提示"), tr("无法写入法线贴图“%1”。").arg(path), QMessageBox::Ok);
+    return isSaved ? path : QString();
+}

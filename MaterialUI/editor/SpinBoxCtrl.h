@@ -1,0 +1,42 @@
+#pragma once
+
+#include "DynamicPropertyControl.h"
+
+#include <QDoubleSpinBox>
+
+/// Shows a number. With a range the whole of it is spread over 100 display units that begin at its lower bound, so that
+/// 0..1 reads as a percentage; without one the number is shown as it is.
+///
+/// A number that nobody changed is answered exactly as it was set, although the display is rounded and keeps to its
+/// bounds. The wheel changes the number only while the control has the focus; else it scrolls what lies below.
+class CSpinBoxCtrl : public kiv::TDynamicPropertyControl<float, QDoubleSpinBox> {
+    Q_OBJECT
+
+public:
+    CSpinBoxCtrl(const QString& id, QWidget* parent);
+
+    /// The property's bounds; `low` is below `high`. Before a value is set.
+    void SetPropertyRange(double low, double high);
+
+    void SetTypedValue(const float& value) override;
+    float GetTypedValue() const override;
+
+    /// Without trailing zeros.
+    QString textFromValue(double value) const override;
+
+signals:
+    void ChangeProperty(const kiv::String& id, const kiv::CPropertyValuePtr& val);
+
+public slots:
+    void OnValueChanged(double value);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    double shownFor(float value) const;
+
+    double m_scale = 1;   ///< display units for one unit of the property
+    float m_written = 0;  ///< the value set last ...
+    double m_shown = 0;   ///< ... and what the display makes of it
+};
