@@ -1,39 +1,24 @@
 #include "IncludeRules.h"
 
 #include <MaterialTest.h>
+#include <TestFiles.h>
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 namespace {
 
 const QString s_root = QStringLiteral(MATERIAL_SOURCE_DIR);
 
-bool writeFile(const QString& path, const QByteArray& text)
-{
-    QFile file(path);
-    return QDir().mkpath(path.section('/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
-           file.write(text) == text.size();
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // A small repository with something to include in every kind of room.
-bool makeRepository(const QString& root)
+void makeRepository(const QString& root)
 {
-    return writeFile(root + "/platform/model/include/kiv/Appearance.h", "") &&
-           writeFile(root + "/platform/model/Document.h", "") &&
-           writeFile(root + "/platform/viewing/include/kiv/Texture.h", "") &&
-           writeFile(root + "/MaterialUI/LibraryWidget.h", "class MATERIALUI_EXPORT A;") &&
-           writeFile(root + "/MaterialUI/model/Helper.h", "class MATERIALUI_EXPORT B;") &&
-           writeFile(root + "/MaterialUI/browser/Ctrl.h", "class MATERIALUI_EXPORT C;") &&
-           writeFile(root + "/MaterialUI/browser/Thumbnails.h", "class D;") &&
-           writeFile(root + "/apps/host/MainWindow.h", "");
+    for (const char* file : {"platform/model/include/kiv/Appearance.h", "platform/model/Document.h",
+                             "platform/viewing/include/kiv/Texture.h", "apps/host/MainWindow.h"})
+        writeFile(root + '/' + file, "");
+    writeFile(root + "/MaterialUI/LibraryWidget.h", "class MATERIALUI_EXPORT A;");
+    writeFile(root + "/MaterialUI/model/Helper.h", "class MATERIALUI_EXPORT B;");
+    writeFile(root + "/MaterialUI/browser/Ctrl.h", "class MATERIALUI_EXPORT C;");
+    writeFile(root + "/MaterialUI/browser/Thumbnails.h", "class D;");
 }
 
 }  // namespace
@@ -84,8 +69,8 @@ private slots:
         QFETCH(QString, line);
         QFETCH(QString, wrong);  // empty: allowed
         QTemporaryDir root;
-        QVERIFY(makeRepository(root.path()));
-        QVERIFY(writeFile(root.filePath(file), "#pragma once\n" + line.toUtf8() + "\n"));
+        makeRepository(root.path());
+        writeFile(root.filePath(file), "#pragma once\n" + line.toUtf8() + "\n");
         const QStringList violations = CIncludeRules(root.path()).FindViolations();
         QCOMPARE(violations.size(), wrong.isEmpty() ? 0 : 1);
         QVERIFY2(violations.join("").contains(wrong), qPrintable(violations.join("")));

@@ -1,8 +1,6 @@
 #include "ModelFixture.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include <TestFiles.h>
 
 using namespace kiv;
 
@@ -83,10 +81,5 @@ CAppearanceInstancePtr ModelFixture::make(const char* type)
 
 std::wstring ModelFixture::write(const QString& name, const QByteArray& bytes) const
 {
-    const QString target = path(name);
-    QDir().mkpath(QFileInfo(target).path());
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(target));
-    return target.toStdWString();
+    return writeFile(path(name), bytes).toStdWString();
 }

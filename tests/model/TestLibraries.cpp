@@ -51,28 +51,21 @@ private slots:
                                       "metals.json/appearances/4/id", "metals.json/appearances/5"}));
     }
 
-    void aBrokenLibraryFileAddsNothing_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("cut off") << QByteArray("{\"appearances\":[{\"template\":\"Metal\",\"id\":\"a\"},{\"te");
-        QTest::newRow("no list") << QByteArray(R"({"appearances":{}})");
-        QTest::newRow("no object") << QByteArray("[]");
-        QTest::newRow("deep") << QByteArray(100000, '[');
-    }
-
     void aBrokenLibraryFileAddsNothing()
     {
-        QFETCH(QByteArray, text);
-        const auto library = std::make_shared<CAppearanceLibrary>();
-        CAppearanceLibraryParser parser(m_model.manager);
-        QVERIFY(!parser.AppearanceLibraryFromFile(library, m_model.write("broken.json", text)));
-        QVERIFY(!parser.AppearanceLibraryFromString(library, text.toStdString(), "memory"));
-        QVERIFY(!parser.AppearanceLibraryFromFile(library, m_model.path("missing.json").toStdWString()));
-        QVERIFY(!parser.AppearanceLibraryFromString({}, "{}", "memory"));
-        QCOMPARE(library->count(), std::size_t(0));
-        QCOMPARE(parser.GetReport().size(), std::size_t(3));
-        QCOMPARE(parser.GetReport()[0].place, String("broken.json"));
+        for (const QByteArray& text :
+             {QByteArray(), QByteArray("{\"appearances\":[{\"template\":\"Metal\",\"id\":\"a\"},{"),
+              QByteArray(R"({"appearances":{}})"), QByteArray("[]"), QByteArray(100000, '[')}) {
+            const auto library = std::make_shared<CAppearanceLibrary>();
+            CAppearanceLibraryParser parser(m_model.manager);
+            QVERIFY(!parser.AppearanceLibraryFromFile(library, m_model.write("broken.json", text)));
+            QVERIFY(!parser.AppearanceLibraryFromString(library, text.toStdString(), "memory"));
+            QVERIFY(!parser.AppearanceLibraryFromFile(library, m_model.path("missing.json").toStdWString()));
+            QVERIFY(!parser.AppearanceLibraryFromString({}, "{}", "memory"));
+            QCOMPARE(library->count(), std::size_t(0));
+            QCOMPARE(parser.GetReport().size(), std::size_t(3));
+            QCOMPARE(parser.GetReport()[0].place, String("broken.json"));
+        }
     }
 
     void theConfigurationIsRead()
@@ -142,59 +135,41 @@ private slots:
         manager.SetLanguage("zh");
     }
 
-    void badTextFilesChangeNothing_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("place");
-        QTest::newRow("cut off") << QByteArray("{") << QByteArray("x.json");
-        QTest::newRow("no language") << QByteArray(R"({"ui":{"New":"x"}})") << QByteArray("x.json/language");
-        QTest::newRow("no object") << QByteArray(R"({"language":"zh","ui":[]})") << QByteArray("x.json/ui");
-        QTest::newRow("no text") << QByteArray(R"({"language":"zh","appearance":{"New":"x"},"ui":{"New":1}})")
-                                 << QByteArray("x.json/ui/New");
-    }
-
     void badTextFilesChangeNothing()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, place);
-        CParseError error;
-        QVERIFY(!m_model.manager.LoadTexts(m_model.write("x.json", text), error));
-        QCOMPARE(QByteArray(error.place.c_str()), place);
-        QCOMPARE(m_model.manager.LocalizeAppearanceString("New"), String("New"));
+        const std::pair<const char*, const char*> cases[] = {
+            {"{", "x.json"},
+            {R"({"ui":{"New":"x"}})", "x.json/language"},
+            {R"({"language":"zh","ui":[]})", "x.json/ui"},
+            {R"({"language":"zh","appearance":{"New":"x"},"ui":{"New":1}})", "x.json/ui/New"}};
+        for (const auto& [text, place] : cases) {
+            CParseError error;
+            QVERIFY2(!m_model.manager.LoadTexts(m_model.write("x.json", text), error), text);
+            QCOMPARE(error.place, String(place));
+            QCOMPARE(m_model.manager.LocalizeAppearanceString("New"), String("New"));
+        }
     }
 
     void texturesAreFound_data()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("found");  // below the fixture's folder
-        QTest::newRow("slash") << "wood/oak.png"
-                               << "textures/wood/oak.png";
-        QTest::newRow("backslash") << "wood\\oak.png"
-                                   << "textures/wood/oak.png";
-        QTest::newRow("in the first folder that has it") << "both.png"
-                                                         << "textures/both.png";
-        QTest::newRow("favourite texture") << "mine.png"
-                                           << "favTextures/mine.png";
-        QTest::newRow("favourite library") << "UserLib Textures\\0a"
-                                           << "fav/UserLib Textures/0a";
-        QTest::newRow("nowhere") << "none\\x.png"
-                                 << "textures/none/x.png";
-        QTest::newRow("a folder") << "wood"
-                                  << "textures/wood";
-        QTest::newRow("empty") << ""
-                               << "";
-        QTest::newRow("climbs") << "..\\secret.png"
-                                << "";
-        QTest::newRow("climbs inside") << "wood/../../secret.png"
-                                       << "";
-        QTest::newRow("only dots in the name") << "wood/..oak..png"
-                                               << "textures/wood/..oak..png";
+        const auto row = testColumns<QString, QString>("stored", "found");
+        row("slash", "wood/oak.png", "textures/wood/oak.png");
+        row("backslash", "wood\\oak.png", "textures/wood/oak.png");
+        row("in the first folder that has it", "both.png", "textures/both.png");
+        row("favourite texture", "mine.png", "favTextures/mine.png");
+        row("favourite library", "UserLib Textures\\0a", "fav/UserLib Textures/0a");
+        row("nowhere", "none\\x.png", "textures/none/x.png");
+        row("a folder", "wood", "textures/wood");
+        row("empty", "", "");
+        row("climbs", "..\\secret.png", "");
+        row("climbs inside", "wood/../../secret.png", "");
+        row("only dots in the name", "wood/..oak..png", "textures/wood/..oak..png");
     }
 
     void texturesAreFound()
     {
         QFETCH(QString, stored);
-        QFETCH(QString, found);
+        QFETCH(QString, found);  // below the fixture's folder
         for (const char* name : {"textures/wood/oak.png", "textures/both.png", "favTextures/both.png", "secret.png",
                                  "favTextures/mine.png", "fav/UserLib Textures/0a"})
             m_model.write(name, "x");

@@ -1,20 +1,11 @@
 #include "LibraryFixture.h"
 
+#include "TestFiles.h"
+
 #include <QBuffer>
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QImage>
-
-namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-}  // namespace
 
 LibraryFixture::LibraryFixture()
 {
@@ -26,7 +17,7 @@ LibraryFixture::LibraryFixture()
     QDir().mkpath(path("library/templates"));
     write("library/library.json", R"({"textureUnit":"mm"})");
     for (const QString& name : shipped.entryList({"*.json"}, QDir::Files))
-        write("library/templates/" + name, contentOf(shipped.filePath(name)));
+        write("library/templates/" + name, readFile(shipped.filePath(name)));
     m_library.Open(paths());
 }
 
@@ -37,14 +28,12 @@ kiv::CMaterialLibraryPaths LibraryFixture::paths() const
 
 void LibraryFixture::write(const QString& relative, const QByteArray& bytes) const
 {
-    QFile file(path(relative));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
+    writeFile(path(relative), bytes);
 }
 
 QByteArray LibraryFixture::read(const QString& relative) const
 {
-    return contentOf(path(relative));
+    return readFile(path(relative));
 }
 
 QMap<QString, QByteArray> LibraryFixture::tree(const QString& relative) const

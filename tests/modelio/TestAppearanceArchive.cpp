@@ -102,7 +102,6 @@ private slots:
         QVERIFY(found && AreEqual(*found, *lost));
         QVERIFY(m_fixture->tree("favorites").isEmpty());
 
-        QDir().mkpath(m_fixture->path("favorites/UserLib Textures"));
         m_fixture->write("favorites/UserLib Textures/" + hashOf(s_brick), "the user's");
         const auto before = m_fixture->tree("favorites");
         QVERIFY(read(makeZip({{"appearance.json", brickDocument()}, {"textures/a.png", s_brick}})));

@@ -1,4 +1,5 @@
 #include "MaterialTest.h"
+#include "TestFiles.h"
 
 #include <kiv/TextureManager.h>
 #include <kiv/system/StoredPath.h>
@@ -187,10 +188,7 @@ private slots:
 private:
     QString write(const QString& name, const QByteArray& bytes) const
     {
-        QFile file(m_folder.filePath(name));
-        file.open(QIODevice::WriteOnly);
-        file.write(bytes);
-        return file.fileName();
+        return writeFile(m_folder.filePath(name), bytes);
     }
 
     QTemporaryDir m_folder;

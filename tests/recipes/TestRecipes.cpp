@@ -3,6 +3,7 @@
 #include "Recipe.h"
 
 #include <MaterialTest.h>
+#include <TestFiles.h>
 
 #include <QDir>
 #include <QImage>
@@ -26,12 +27,6 @@ QString dataFolder()
 QFileInfoList recipes()
 {
     return QDir(dataFolder() + "/recipes").entryInfoList({"*.json"}, QDir::Files);
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// JSON with single quotes, which moc reads more surely than raw texts.
@@ -101,7 +96,7 @@ private slots:
         const QStringList files = QDir(again.path()).entryList(QDir::Files);
         QVERIFY(!files.isEmpty());
         for (const QString& name : files) {
-            QCOMPARE(contents(again.filePath(name)), contents(m_made.filePath(name)));
+            QCOMPARE(readFile(again.filePath(name)), readFile(m_made.filePath(name)));
             const QImage image(again.filePath(name));
             QCOMPARE(image.size(), QSize(Side, Side));
             for (const bool rows : {true, false}) {
@@ -114,9 +109,9 @@ private slots:
     /// The library takes its real-world sizes from that list.
     void readMeTellsTheSizes()
     {
-        const QString list = QString::fromUtf8(contents(dataFolder() + "/README.md"));
+        const QString list = QString::fromUtf8(readFile(dataFolder() + "/README.md"));
         for (const QFileInfo& file : recipes()) {
-            const QJsonObject recipe = QJsonDocument::fromJson(contents(file.filePath())).object();
+            const QJsonObject recipe = QJsonDocument::fromJson(readFile(file.filePath())).object();
             const QJsonArray size = recipe["size"].toArray();
             const QString line = QStringLiteral("| %1 | %2 x %3 | %4 |")
                                      .arg(file.completeBaseName())
@@ -179,10 +174,8 @@ private slots:
             {"{'family'", "no JSON object"}};
         for (const auto& [recipe, named] : cases) {
             QTemporaryDir folder;
-            QFile file(folder.filePath("bad.json"));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(json(recipe)) > 0);
-            file.close();
-            const QString problem = makeTexture(file.fileName(), folder.path(), Side).problem;
+            const QString file = writeFile(folder.filePath("bad.json"), json(recipe));
+            const QString problem = makeTexture(file, folder.path(), Side).problem;
             QVERIFY2(problem.startsWith("bad.json: ") && problem.contains(named), qPrintable(problem));
             QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("bad.json"));
         }

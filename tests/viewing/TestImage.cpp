@@ -1,4 +1,5 @@
 #include "MaterialTest.h"
+#include "TestFiles.h"
 
 #include <kiv/Image.h>
 
@@ -91,9 +92,7 @@ private slots:
 
     void refusesWhatItCannotRead()
     {
-        QFile file(m_folder.filePath("broken.png"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("\x89PNG\r\n\x1a\n and no more") > 0);
-        file.close();
+        writeFile(m_folder.filePath("broken.png"), "\x89PNG\r\n\x1a\n and no more");
         CImage image(3, 2);
         image.GetData()[0] = 9;
         const QByteArray before = bytes(image);

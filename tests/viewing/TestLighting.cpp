@@ -234,29 +234,23 @@ protected:
     void finish() override { cacheFolder().removeRecursively(); }
 
 private slots:
-    void facesAreFoundWhereOpenGlLooks_data()
-    {
-        const auto row = testColumns<int, int>("longer", "larger");
-        row("square", 0, 0);
-        row("oblong and of different sizes", 40, 64);
-    }
-
     void facesAreFoundWhereOpenGlLooks()
     {
-        QFETCH(int, longer);
-        QFETCH(int, larger);
         constexpr int size = 128;
-        const QSize plain(size, size), wide(size + longer, size), large(size + larger, size + larger + longer);
-        CCubeFaces faces;
-        QString reason;
-        QVERIFY(CubeFacesOfSky(paintedPictures({plain, wide, large, large, wide, large}), faces, reason));
-        for (int i = 0; i < 20000; ++i) {
-            const Vector world = randomDirection();
-            const Place place = openGlPlace(lookedUp(world), size);
-            const QImage& face = faces[place.face];
-            QCOMPARE(face.size(), QSize(size, size));
-            QCOMPARE(face.format(), QImage::Format_RGBA8888);
-            QVERIFY(difference(face.pixel(place.x, place.y), paint(world)) <= 4);
+        const QSize square(size, size), wide(size + 40, size), large(size + 64, size + 104);
+        for (const auto& sizes : {std::array{square, square, square, square, square, square},
+                                  std::array{square, wide, large, large, wide, large}}) {
+            CCubeFaces faces;
+            QString reason;
+            QVERIFY(CubeFacesOfSky(paintedPictures(sizes), faces, reason));
+            for (int i = 0; i < 20000; ++i) {
+                const Vector world = randomDirection();
+                const Place place = openGlPlace(lookedUp(world), size);
+                const QImage& face = faces[place.face];
+                QCOMPARE(face.size(), QSize(size, size));
+                QCOMPARE(face.format(), QImage::Format_RGBA8888);
+                QVERIFY(difference(face.pixel(place.x, place.y), paint(world)) <= 4);
+            }
         }
     }
 
@@ -326,28 +320,22 @@ private slots:
         }
     }
 
-    void roughLevelsAreThoseOfBruteForce_data()
-    {
-        QTest::addColumn<int>("level");
-        for (int level = 1; level < 7; ++level)
-            QTest::addRow("level %d", level) << level;
-    }
-
     /// In directions across the edge of the bright face, where what is read beside a face counts too.
     void roughLevelsAreThoseOfBruteForce()
     {
-        QFETCH(int, level);
-        static const CEnvironmentLighting lighting = PrepareLighting(oneBrightFace(256));
-        const double roughness = level / 6.0;
-        for (int step = 0; step < 12; ++step) {
-            const double angle = step * Pi / 12;
-            const Vector normal =
-                texelCentre({std::cos(angle), 0.8 * std::sin(angle), -0.6 * std::sin(angle)}, 256 >> level);
-            const double expected =
-                weightedMean(brightFace, [&](const Vector& d) { return lobe(normal, d, roughness * roughness); });
-            const float found = levelValue(lighting, std::size_t(level), normal);
-            QVERIFY2(std::abs(found - expected) < 0.04,
-                     qPrintable(QStringLiteral("%1, not %2, at %3").arg(found).arg(expected).arg(angle)));
+        const CEnvironmentLighting lighting = PrepareLighting(oneBrightFace(256));
+        for (int level = 1; level < 7; ++level) {
+            const double alpha = level / 6.0 * level / 6.0;
+            for (int step = 0; step < 12; ++step) {
+                const double angle = step * Pi / 12;
+                const Vector normal =
+                    texelCentre({std::cos(angle), 0.8 * std::sin(angle), -0.6 * std::sin(angle)}, 256 >> level);
+                const double expected =
+                    weightedMean(brightFace, [&](const Vector& d) { return lobe(normal, d, alpha); });
+                const double found = double(levelValue(lighting, std::size_t(level), normal));
+                QVERIFY2(std::abs(found - expected) < 0.04,
+                         qPrintable(QString("level %1: %2, not %3").arg(level).arg(found).arg(expected)));
+            }
         }
     }
 
