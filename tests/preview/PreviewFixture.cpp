@@ -25,6 +25,32 @@ kiv::CAppearanceInstancePtr PreviewFixture::material(const QString& name)
     qFatal("no material \"%s\"", qPrintable(name));
 }
 
+kiv::CAppearanceInstancePtr PreviewFixture::greenMaterial()
+{
+    auto material = manager().CreateAppearanceInstance(manager().FindTemplate("Generic"), "green");
+    material->SetDiffuse({0, 1, 0, 1});
+    return material;
+}
+
+void PreviewFixture::setTexture(const kiv::CAppearanceInstancePtr& material, const QString& file)
+{
+    material->SetUseDiffuseTexture(true);
+    material->GetDiffuseTexture()->SetTextureFile(file.toStdString());
+}
+
+void PreviewFixture::showFrontOfBox()
+{
+    setShape("Box");
+    m_viewer.GetCamera().SetType(kiv::CCamera::Orthographic, 1);
+    m_viewer.SetViewPoint(kiv::CCamera::ViewFront);
+}
+
+void PreviewFixture::showTextureOnly()
+{
+    manager().SetShaderLevelOfDetail(kiv::CAppearanceLibraryManager::ShaderNone);
+    showFrontOfBox();
+}
+
 void PreviewFixture::setShape(const QString& shape)
 {
     m_node->SetRenderable(MakePreviewBody(shape));

@@ -20,7 +20,15 @@ public:
     /// A material of the system library by its stored name; fails the program when there is none.
     kiv::CAppearanceInstancePtr material(const QString& name);
 
+    /// One of the type with every property, green where its texture cannot be shown.
+    kiv::CAppearanceInstancePtr greenMaterial();
+    static void setTexture(const kiv::CAppearanceInstancePtr& material, const QString& file);
+
     void setShape(const QString& shape);
+    /// The box from the front, without perspective.
+    void showFrontOfBox();
+    /// The same without light, so that nothing but the texture decides what is seen.
+    void showTextureOnly();
     void setMaterial(const kiv::CAppearanceInstancePtr& material);
     const kiv::CVisualNodePtr& node() const { return m_node; }
     /// Shows and lights by the faces of the folder; an empty path takes the sky away.

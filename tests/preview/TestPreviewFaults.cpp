@@ -1,6 +1,7 @@
 // What is missing, broken, out of range or taken away: a picture all the same, and a reason where one is due.
 #include "MaterialTest.h"
 #include "PreviewFixture.h"
+#include "TestFiles.h"
 
 #include <kiv/TextureManager.h>
 
@@ -11,37 +12,9 @@
 #include <PreviewBodies.h>
 #include <PreviewSkybox.h>
 
-#include <cmath>
+#include <array>
 #include <limits>
 #include <unistd.h>
-
-class TestPreviewFaults : public MaterialTest {
-    Q_OBJECT
-
-private slots:
-    void unreadableTextures_data();
-    void unreadableTextures();
-    void unusualTextureSizes();
-    void textureReplacedOnDisk();
-    void turnedTextures_data();
-    void turnedTextures();
-    void unusableSkies_data();
-    void unusableSkies();
-    void facesOfDifferentSizes();
-    void shadersThatDoNotCompile_data();
-    void shadersThatDoNotCompile();
-    void unknownShaderPart();
-    void numbersOutOfRange_data();
-    void numbersOutOfRange();
-    void refusesWhatIsNotFinite();
-    void windowsThatShowNothing();
-    void picksWhatIsSeen();
-    void manyAppearances();
-    void viewersGoInAnyOrder_data();
-    void viewersGoInAnyOrder();
-    void drawsAgainWhatWasReleased();
-    void leavesTheHostsContextAlone();
-};
 
 namespace {
 
@@ -52,37 +25,6 @@ const QPoint Middle(Width / 2, Height / 2);
 const char* const Brick = "Red facing brick, running bond";
 const kiv::CColor Background{90, 120, 60};
 const QRgb BackgroundPixel = qRgb(90, 120, 60);
-
-/// A material of the type with every property, green where its texture cannot be shown.
-kiv::CAppearanceInstancePtr greenMaterial(PreviewFixture& preview)
-{
-    auto material = preview.manager().CreateAppearanceInstance(preview.manager().FindTemplate("Generic"), "green");
-    material->SetDiffuse({0, 1, 0, 1});
-    return material;
-}
-
-void setTexture(const kiv::CAppearanceInstancePtr& material, const QString& file)
-{
-    material->SetUseDiffuseTexture(true);
-    material->GetDiffuseTexture()->SetTextureFile(file.toStdString());
-}
-
-/// The box from the front, where nothing but the texture decides what is seen.
-void showTextureOnly(PreviewFixture& preview)
-{
-    preview.manager().SetShaderLevelOfDetail(kiv::CAppearanceLibraryManager::ShaderNone);
-    preview.setShape("Box");
-    preview.viewer().GetCamera().SetType(kiv::CCamera::Orthographic, 1);
-    preview.viewer().SetViewPoint(kiv::CCamera::ViewFront);
-    preview.viewer().SetBackgroundColor(Background);
-}
-
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(path));
-}
 
 void writePicture(const QString& path, const QSize& size, const QColor& left, const QColor& right)
 {
@@ -124,477 +66,443 @@ double residentMegabytes()
 
 }  // namespace
 
-// ---- textures
+class TestPreviewFaults : public MaterialTest {
+    Q_OBJECT
 
-void TestPreviewFaults::unreadableTextures_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("exists");
-    QFile file(QStringLiteral(MATERIAL_DATA_DIR "/textures/brick_red_running.png"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray whole = file.readAll();
-    QTest::newRow("missing") << QByteArray() << false;
-    QTest::newRow("empty") << QByteArray() << true;
-    QTest::newRow("cut off") << whole.left(whole.size() / 2) << true;
-    QTest::newRow("text") << QByteArray("this is no picture") << true;
-}
+private slots:
+    void unreadableTextures_data()
+    {
+        const auto row = testColumns<QByteArray, bool>("bytes", "exists");
+        QFile file(QStringLiteral(MATERIAL_DATA_DIR "/textures/brick_red_running.png"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray whole = file.readAll();
+        row("missing", {}, false);
+        row("empty", {}, true);
+        row("cut off", whole.left(whole.size() / 2), true);
+        row("text", "this is no picture", true);
+    }
 
-void TestPreviewFaults::unreadableTextures()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, exists);
-    expectWarning("libpng|QImage|Read Error");
-    QTemporaryDir folder;
-    const QString path = folder.filePath("picture.png");
-    if (exists)
-        write(path, bytes);
-    PreviewFixture preview;
-    const auto material = greenMaterial(preview);
-    preview.setMaterial(material);
-    const QImage plain = preview.picture(Width, Height);
-    setTexture(material, path);
-    preview.setMaterial(material);
-    QCOMPARE(preview.picture(Width, Height), plain);
-    QVERIFY2(contains(preview.viewer().GetReason(), path), preview.viewer().GetReason().c_str());
-
-    // The reason goes with its cause.
-    preview.setMaterial(preview.material(Brick));
-    QVERIFY(preview.picture(Width, Height) != plain);
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
-
-void TestPreviewFaults::unusualTextureSizes()
-{
-    QTemporaryDir folder;
-    PreviewFixture preview;
-    showTextureOnly(preview);
-    for (const QSize& size : {QSize(1, 1), QSize(16384, 16), QSize(16, 16384), QSize(3001, 7)}) {
-        const QString path = folder.filePath(QString("%1x%2.png").arg(size.width()).arg(size.height()));
-        writePicture(path, size, Qt::red, Qt::blue);
-        const auto material = greenMaterial(preview);
-        setTexture(material, path);
+    void unreadableTextures()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, exists);
+        expectWarning("libpng|QImage|Read Error");
+        QTemporaryDir folder;
+        const QString path = folder.filePath("picture.png");
+        if (exists)
+            writeFile(path, bytes);
+        PreviewFixture preview;
+        const auto material = preview.greenMaterial();
         preview.setMaterial(material);
-        const QImage picture = preview.picture(Width, Height);
-        const QRgb left = picture.pixel(Middle - QPoint(4, 0));
-        const QRgb right = picture.pixel(Middle + QPoint(4, 0));
-        // A tall strip shrinks to one mixed colour where the driver does not filter along the view.
-        const bool isTall = size.height() > size.width();
-        QVERIFY2(isTall ? qGreen(left) < 40 : isLike(left, Qt::red), qPrintable(path));
-        QVERIFY2(isTall || isLike(right, size.width() > 1 ? Qt::blue : Qt::red), qPrintable(path));
+        const QImage plain = preview.picture(Width, Height);
+        PreviewFixture::setTexture(material, path);
+        preview.setMaterial(material);
+        QCOMPARE(preview.picture(Width, Height), plain);
+        QVERIFY2(contains(preview.viewer().GetReason(), path), preview.viewer().GetReason().c_str());
+
+        // The reason goes with its cause.
+        preview.setMaterial(preview.material(Brick));
+        QVERIFY(preview.picture(Width, Height) != plain);
         QCOMPARE(preview.viewer().GetReason(), std::string());
     }
-}
 
-void TestPreviewFaults::textureReplacedOnDisk()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath("picture.png");
-    PreviewFixture preview;
-    showTextureOnly(preview);
-    const auto material = greenMaterial(preview);
-    setTexture(material, path);
-    preview.setMaterial(material);
-    QDateTime time = QDateTime::currentDateTime();
-    for (const QColor color : {Qt::red, Qt::blue, Qt::yellow}) {
-        writePicture(path, {8, 8}, color, color);
-        time = time.addSecs(1);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
-        file.close();
-        QVERIFY(isLike(preview.picture(Width, Height).pixel(Middle), color));
-    }
-}
-
-void TestPreviewFaults::turnedTextures_data()
-{
-    QTest::addColumn<QVector<float>>("transform");
-    QTest::addColumn<QString>("expected");
-    // The picture has red, green, blue and yellow quarters (R, G, B, Y): upper left, upper right, lower left, lower
-    // right. A coordinate is turned before the picture is read there, so the picture turns the other way.
-    const auto row = [](const char* name, const QVector<float>& m, const char* quarters) {
-        QTest::newRow(name) << m << quarters;
-    };
-    row("as it is", {1, 0, 0, 0, 1, 0, 0, 0, 1}, "RGBY");
-    row("mirrored sideways", {-1, 0, 1, 0, 1, 0, 0, 0, 1}, "GRYB");
-    row("mirrored upside down", {1, 0, 0, 0, -1, 1, 0, 0, 1}, "BYRG");
-    row("a quarter clockwise", {0, -1, 1, 1, 0, 0, 0, 0, 1}, "BRYG");
-    row("half a turn", {-1, 0, 1, 0, -1, 1, 0, 0, 1}, "YBGR");
-    row("moved by half its width", {1, 0, 0.5F, 0, 1, 0, 0, 0, 1}, "GRYB");
-    row("its upper left quarter", {0.5F, 0, 0, 0, 0.5F, 0.5F, 0, 0, 1}, "RRRR");
-}
-
-void TestPreviewFaults::turnedTextures()
-{
-    QFETCH(QVector<float>, transform);
-    QFETCH(QString, expected);
-    const QMap<QChar, QColor> colors{{'R', Qt::red}, {'G', Qt::green}, {'B', Qt::blue}, {'Y', Qt::yellow}};
-    QTemporaryDir folder;
-    QImage quarters(64, 64, QImage::Format_RGB32);
-    for (int y = 0; y < 64; ++y) {
-        for (int x = 0; x < 64; ++x)
-            quarters.setPixelColor(x, y, colors[QString("RGBY")[(y / 32) * 2 + x / 32]]);
-    }
-    QVERIFY(quarters.save(folder.filePath("quarters.png")));
-    PreviewFixture preview;
-    showTextureOnly(preview);
-    const auto material = greenMaterial(preview);
-    setTexture(material, folder.filePath("quarters.png"));
-    kiv::CMatrix3<float> matrix;
-    std::copy(transform.cbegin(), transform.cend(), matrix.m.begin());
-    material->GetDiffuseTexture()->SetProperty("transform", kiv::MakePropertyValue(matrix));
-    preview.setMaterial(material);
-    const QImage picture = preview.picture(Width, Height);
-    for (int i = 0; i < 4; ++i) {
-        const QPoint place = Middle + QPoint(i % 2 == 0 ? -6 : 6, i / 2 == 0 ? -6 : 6);
-        QVERIFY2(isLike(picture.pixel(place), colors[expected[i]]),
-                 qPrintable(QString("quarter %1 is %2").arg(i).arg(picture.pixelColor(place).name())));
-    }
-}
-
-// ---- skies
-
-void TestPreviewFaults::unusableSkies_data()
-{
-    QTest::addColumn<QString>("bytes");  // null: there is no file
-    QTest::newRow("face missing") << QString();
-    QTest::newRow("face empty") << QString("");
-    QTest::newRow("face broken") << QString("this is no picture");
-}
-
-void TestPreviewFaults::unusableSkies()
-{
-    QFETCH(QString, bytes);
-    QTemporaryDir folder;
-    const auto red = [](const QString&) { return Qt::red; };
-    const QString face = PreviewFixture::skyFace(PreviewFixture::makeSky(folder.path(), red), "left");
-    QVERIFY(QFile::remove(face));
-    if (!bytes.isNull())
-        write(face, bytes.toUtf8());
-    PreviewFixture preview;
-    preview.viewer().SetBackgroundColor(Background);
-    const QImage without = preview.picture(Width, Height);
-    preview.setSky(folder.path());
-    QCOMPARE(preview.picture(Width, Height), without);
-    QCOMPARE(without.pixel(Corner), BackgroundPixel);
-    QVERIFY2(contains(preview.viewer().GetReason(), "cube01_left.jpg"), preview.viewer().GetReason().c_str());
-
-    // Once repaired it is shown as soon as the textures are read again.
-    PreviewFixture::makeSky(folder.path(), red);
-    kiv::CTextureManager::ReleaseTextures();
-    QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::red));
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
-
-void TestPreviewFaults::facesOfDifferentSizes()
-{
-    QTemporaryDir folder;
-    PreviewFixture::makeSky(folder.path(), [](const QString&) { return Qt::blue; });
-    int side = 1;
-    for (const char* name : {"back", "front", "left", "right", "top"}) {
-        writePicture(PreviewFixture::skyFace(folder.path(), name), {side, side + 5}, Qt::blue, Qt::blue);
-        side *= 4;
-    }
-    PreviewFixture preview;
-    preview.setSky(folder.path());
-    for (int viewPoint = kiv::CCamera::ViewIsometric; viewPoint <= kiv::CCamera::ViewBottom; ++viewPoint) {
-        preview.viewer().SetViewPoint(viewPoint);
-        QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::blue));
-    }
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
-
-// ---- shader texts
-
-void TestPreviewFaults::shadersThatDoNotCompile_data()
-{
-    QTest::addColumn<QByteArray>("vertex");
-    QTest::addColumn<QByteArray>("fragment");
-    const QByteArray good = "void main() { gl_Position = vec4(0.0); }";
-    QTest::newRow("broken vertex shader") << QByteArray("void main( {") << QByteArray("void main() {}");
-    QTest::newRow("broken fragment shader") << good << QByteArray("void main() { gl_FragColor = nothing; }");
-    QTest::newRow("not linking") << good << QByteArray("void missing(); void main() { missing(); }");
-    QTest::newRow("no fragment shader") << good << QByteArray();
-}
-
-void TestPreviewFaults::shadersThatDoNotCompile()
-{
-    QFETCH(QByteArray, vertex);
-    QFETCH(QByteArray, fragment);
-    expectWarning("QOpenGLShader|shader source code|vertex shader|fragment shader|missing");
-    const auto program = std::make_shared<kiv::CShaderProgram>("a sky", kiv::CShader::GLSL);
-    const std::pair<int, QByteArray> texts[] = {{kiv::CShader::Vertex, vertex}, {kiv::CShader::Fragment, fragment}};
-    for (const auto& [type, text] : texts) {
-        const auto shader = std::make_shared<kiv::CShader>("a shader", type, kiv::CShader::GLSL);
-        if (shader->LoadShaderFromStr(text.toStdString()))
-            program->SetShader(shader);
-    }
-    PreviewFixture preview;
-    preview.viewer().SetBackgroundColor(Background);
-    preview.setSky(PreviewFixture::shippedSky());
-    preview.setMaterial(greenMaterial(preview));
-    const QRgb body = preview.picture(Width, Height).pixel(Middle);
-    preview.viewer().GetViewport().SetSkyBox(true, shippedFaces(), program);
-    for (int frame = 0; frame < 2; ++frame) {
-        const QImage picture = preview.picture(Width, Height);
-        QCOMPARE(picture.pixel(Middle), body);
-        QCOMPARE(picture.pixel(Corner), BackgroundPixel);
-        QVERIFY2(contains(preview.viewer().GetReason(), "\"a sky\""), preview.viewer().GetReason().c_str());
-    }
-    preview.viewer().GetViewport().SetSkyBox(true, shippedFaces(), nullptr);
-    QCOMPARE(preview.picture(Width, Height).pixel(Corner), BackgroundPixel);
-    preview.setSky(PreviewFixture::shippedSky());
-    QVERIFY(preview.picture(Width, Height).pixel(Corner) != BackgroundPixel);
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
-
-void TestPreviewFaults::unknownShaderPart()
-{
-    PreviewFixture preview;
-    const auto picture = [&](kiv::EnShading shading, const std::vector<std::string>& parts) {
-        GRefPtr<kiv::CStateSet> stateSet(new kiv::CStateSet);
-        stateSet->SetShading(shading);
-        stateSet->SetShaderParts(parts);
-        stateSet->SetUniform("baseColor", kiv::CVec4<float>(1, 0, 0, 1));
-        preview.node()->SetStateSet(stateSet.get());
-        return preview.picture(Width, Height);
-    };
-    const QImage plain = picture(kiv::EnShading::Unshaded, {});
-    QVERIFY(isLike(plain.pixel(Middle), Qt::red));
-    QCOMPARE(picture(kiv::EnShading::Default, {"nobody knows this", "../inputs", ""}), plain);
-    QCOMPARE(picture(kiv::EnShading::Default, {"nobodyKnowsThis"}), plain);
-}
-
-// ---- numbers
-
-void TestPreviewFaults::numbersOutOfRange_data()
-{
-    QTest::addColumn<float>("number");
-    QTest::newRow("not a number") << std::numeric_limits<float>::quiet_NaN();
-    QTest::newRow("infinite") << std::numeric_limits<float>::infinity();
-    QTest::newRow("minus infinite") << -std::numeric_limits<float>::infinity();
-    QTest::newRow("largest") << std::numeric_limits<float>::max();
-    QTest::newRow("lowest") << std::numeric_limits<float>::lowest();
-    QTest::newRow("negative") << -1.0F;
-}
-
-// Each property in turn, on a surface that is bright everywhere: a number that spoils the arithmetic leaves black
-// holes.
-void TestPreviewFaults::numbersOutOfRange()
-{
-    QFETCH(float, number);
-    PreviewFixture preview;
-    preview.setSky(PreviewFixture::shippedSky());
-    const auto brick = preview.material("White facing brick, stack bond");
-    const auto check = [&](const char* property, const std::function<void(kiv::CAppearanceInstance&)>& change) {
-        const auto material = brick->Clone("changed");
-        change(*material);
-        preview.setMaterial(material);
-        const QImage picture = preview.picture(Width, Height);
-        int holes = 0;
-        for (int y = 0; y < Height; ++y) {
-            for (int x = 0; x < Width; ++x)
-                holes += qGray(picture.pixel(x, y)) < 6;
+    void unusualTextureSizes()
+    {
+        QTemporaryDir folder;
+        PreviewFixture preview;
+        preview.showTextureOnly();
+        for (const QSize& size : {QSize(1, 1), QSize(16384, 16), QSize(16, 16384), QSize(3001, 7)}) {
+            const QString path = folder.filePath(QString("%1x%2.png").arg(size.width()).arg(size.height()));
+            writePicture(path, size, Qt::red, Qt::blue);
+            const auto material = preview.greenMaterial();
+            PreviewFixture::setTexture(material, path);
+            preview.setMaterial(material);
+            const QImage picture = preview.picture(Width, Height);
+            const QRgb left = picture.pixel(Middle - QPoint(4, 0));
+            const QRgb right = picture.pixel(Middle + QPoint(4, 0));
+            // A tall strip shrinks to one mixed colour where the driver does not filter along the view.
+            const bool isTall = size.height() > size.width();
+            QVERIFY2(isTall ? qGreen(left) < 40 : isLike(left, Qt::red), qPrintable(path));
+            QVERIFY2(isTall || isLike(right, size.width() > 1 ? Qt::blue : Qt::red), qPrintable(path));
+            QCOMPARE(preview.viewer().GetReason(), std::string());
         }
-        QVERIFY2(holes == 0, qPrintable(QString("%1: %2 holes").arg(property).arg(holes)));
-    };
-    for (const char* property :
-         {"roughness", "metallic", "ior", "transparent", "bumpStrength", "lightPower", "shininess"})
-        check(property, [&](auto& material) { material.SetProperty(property, kiv::MakePropertyValue(number)); });
-    const kiv::CVec4<float> color(number, 0.5F, number, 1);
-    for (const char* property : {"diffuse_color", "specular_color", "lightColor"})
-        check(property, [&](auto& material) { material.SetProperty(property, kiv::MakePropertyValue(color)); });
-    check("plain colour", [&](auto& material) {
-        material.SetUseDiffuseTexture(false);
-        material.SetProperty("diffuse_color", kiv::MakePropertyValue(color));
-    });
-    kiv::CMatrix3<float> transform;
-    transform.m.fill(number);
-    for (const char* texture : {"diffuse_texture", "bump_texture"})
-        check(texture, [&](auto& material) {
-            const auto picture = *material.FindProperty(texture)->template TryGet<kiv::CAppearanceInstancePtr>();
-            picture->SetProperty("transform", kiv::MakePropertyValue(transform));
-        });
-}
+    }
 
-void TestPreviewFaults::refusesWhatIsNotFinite()
-{
-    kiv::CStateSet stateSet;
-    QVERIFY(stateSet.SetUniform("roughness", 0.25F));
-    for (const float bad : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+    void textureReplacedOnDisk()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath("picture.png");
+        PreviewFixture preview;
+        preview.showTextureOnly();
+        const auto material = preview.greenMaterial();
+        PreviewFixture::setTexture(material, path);
+        preview.setMaterial(material);
+        QDateTime time = QDateTime::currentDateTime();
+        for (const QColor color : {Qt::red, Qt::blue, Qt::yellow}) {
+            writePicture(path, {8, 8}, color, color);
+            time = time.addSecs(1);
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
+            file.close();
+            QVERIFY(isLike(preview.picture(Width, Height).pixel(Middle), color));
+        }
+    }
+
+    void turnedTextures_data()
+    {
+        const auto row = testColumns<QVector<float>, QString>("transform", "expected");
+        // The picture has red, green, blue and yellow quarters (R, G, B, Y): upper left, upper right, lower left, lower
+        // right. A coordinate is turned before the picture is read there, so the picture turns the other way.
+        row("as it is", {1, 0, 0, 0, 1, 0, 0, 0, 1}, "RGBY");
+        row("mirrored sideways", {-1, 0, 1, 0, 1, 0, 0, 0, 1}, "GRYB");
+        row("mirrored upside down", {1, 0, 0, 0, -1, 1, 0, 0, 1}, "BYRG");
+        row("a quarter clockwise", {0, -1, 1, 1, 0, 0, 0, 0, 1}, "BRYG");
+        row("half a turn", {-1, 0, 1, 0, -1, 1, 0, 0, 1}, "YBGR");
+        row("moved by half its width", {1, 0, 0.5F, 0, 1, 0, 0, 0, 1}, "GRYB");
+        row("its upper left quarter", {0.5F, 0, 0, 0, 0.5F, 0.5F, 0, 0, 1}, "RRRR");
+    }
+
+    void turnedTextures()
+    {
+        QFETCH(QVector<float>, transform);
+        QFETCH(QString, expected);
+        const QMap<QChar, QColor> colors{{'R', Qt::red}, {'G', Qt::green}, {'B', Qt::blue}, {'Y', Qt::yellow}};
+        QTemporaryDir folder;
+        QImage quarters(64, 64, QImage::Format_RGB32);
+        for (int y = 0; y < 64; ++y) {
+            for (int x = 0; x < 64; ++x)
+                quarters.setPixelColor(x, y, colors[QString("RGBY")[(y / 32) * 2 + x / 32]]);
+        }
+        QVERIFY(quarters.save(folder.filePath("quarters.png")));
+        PreviewFixture preview;
+        preview.showTextureOnly();
+        const auto material = preview.greenMaterial();
+        PreviewFixture::setTexture(material, folder.filePath("quarters.png"));
         kiv::CMatrix3<float> matrix;
-        matrix(1, 2) = bad;
-        QVERIFY(!stateSet.SetUniform("roughness", bad));
-        QVERIFY(!stateSet.SetUniform("baseColor", kiv::CVec4<float>(0, 0, 0, bad)));
-        QVERIFY(!stateSet.SetUniform("baseTrf", matrix));
-    }
-    QCOMPARE(stateSet.GetUniforms().size(), std::size_t(1));
-    QCOMPARE(stateSet.Get("roughness", 0.0F), 0.25F);
-}
-
-// ---- windows
-
-void TestPreviewFaults::windowsThatShowNothing()
-{
-    QWidget host;
-    host.resize(0, 0);
-    kiv::CViewer viewer(host.winId());
-    const auto node = std::make_shared<kiv::CVisualNode>("body");
-    node->SetRenderable(MakePreviewBody("Box"));
-    viewer.GetScene().GetRoot()->AddChild(node);
-    viewer.ZoomAll();
-    QVERIFY(host.size().isEmpty());
-    QVERIFY(viewer.PickNode(0, 0) == nullptr);
-    host.show();
-    host.resize(0, 0);
-    QCoreApplication::processEvents();
-    host.hide();
-    const unsigned before = viewer.GetFrameCount();
-    viewer.SetDirty();
-    QCoreApplication::processEvents();
-    QCOMPARE(viewer.GetFrameCount(), before);
-    for (const QSize& size : {QSize(0, 0), QSize(0, 40), QSize(60, -1), QSize(100000, 10)})
-        QVERIFY(viewer.Snapshot(size.width(), size.height()) == nullptr);
-
-    host.resize(Width, Height);
-    host.show();
-    QTRY_VERIFY(viewer.GetFrameCount() > before);
-    viewer.ZoomAll();
-    QVERIFY(viewer.PickNode(Width / 2, Height / 2) == node);
-}
-
-void TestPreviewFaults::picksWhatIsSeen()
-{
-    QWidget host;
-    host.resize(200, 100);
-    kiv::CViewer viewer(host.winId());
-    std::map<QString, kiv::CVisualNodePtr> nodes;
-    for (const char* shape : {"Box", "Sphere", "Surface"}) {
-        nodes[shape] = std::make_shared<kiv::CVisualNode>(shape);
-        nodes[shape]->SetRenderable(MakePreviewBody(shape));
-    }
-    const kiv::CVisualNodePtr& root = viewer.GetScene().GetRoot();
-    QVERIFY(viewer.PickNode(100, 50) == nullptr);
-    root->AddChild(nodes["Sphere"]);
-    nodes["Sphere"]->AddChild(nodes["Box"]);
-    for (const int type : {kiv::CCamera::Perspective, kiv::CCamera::Orthographic}) {
-        viewer.GetCamera().SetType(type, 1);
-        viewer.SetViewPoint(kiv::CCamera::ViewFront);
-        viewer.ZoomAll();
-        QVERIFY(viewer.PickNode(100, 50) == nodes["Box"]);  // the sphere is inside
-        for (const QPoint& beside : {QPoint(5, 50), QPoint(195, 50), QPoint(100, 1), QPoint(-50, 50), QPoint(500, 50)})
-            QVERIFY(viewer.PickNode(beside.x(), beside.y()) == nullptr);
-    }
-    nodes["Sphere"]->RemoveChild(nodes["Box"].get());
-    QVERIFY(viewer.PickNode(100, 50) == nodes["Sphere"]);
-    root->AddChild(nodes["Surface"]);
-    QVERIFY(viewer.PickNode(100, 50) == nodes["Sphere"]);  // that one is elsewhere
-}
-
-// ---- much and many
-
-// All materials once, which is more than the textures kept; then the level must stay.
-void TestPreviewFaults::manyAppearances()
-{
-    constexpr int count = 1000;
-    constexpr std::size_t shown = 20;  // of which all textures are kept: reading files is not the point here
-    [[maybe_unused]] constexpr double allowedMegabytes = 24;
-    PreviewFixture preview;
-    preview.setSky(PreviewFixture::shippedSky());
-    std::vector<kiv::CAppearanceInstancePtr> materials;
-    for (const auto& entry : *preview.manager().GetSystemLibrary())
-        materials.push_back(entry.second);
-    QVERIFY(materials.size() > 50);
-    const auto show = [&](const kiv::CAppearanceInstancePtr& material) {
+        std::copy(transform.cbegin(), transform.cend(), matrix.m.begin());
+        material->GetDiffuseTexture()->SetProperty("transform", kiv::MakePropertyValue(matrix));
         preview.setMaterial(material);
-        return preview.viewer().Snapshot(Width, Height) != nullptr;
-    };
-    for (const auto& material : materials)
-        QVERIFY(show(material));
-    const double before = residentMegabytes();
-    QElapsedTimer timer;
-    timer.start();
-    for (int i = 0; i < count; ++i)
-        QVERIFY(show(materials[std::size_t(i) % shown]));
-    qInfo("%d appearances in %lld ms, %.1f MB before, %.1f MB after", count, timer.elapsed(), before,
-          residentMegabytes());
-#ifndef __SANITIZE_ADDRESS__  // which keeps freed memory back
-    QVERIFY(residentMegabytes() < before + allowedMegabytes);
-#endif
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
-
-void TestPreviewFaults::viewersGoInAnyOrder_data()
-{
-    QTest::addColumn<QVector<int>>("order");
-    QTest::newRow("first to last") << QVector<int>{0, 1, 2};
-    QTest::newRow("last to first") << QVector<int>{2, 1, 0};
-    QTest::newRow("from the middle") << QVector<int>{1, 2, 0};
-}
-
-void TestPreviewFaults::viewersGoInAnyOrder()
-{
-    QFETCH(QVector<int>, order);
-    std::vector<std::unique_ptr<PreviewFixture>> previews;
-    std::vector<QImage> pictures;
-    for (const char* name : {Brick, "Stainless steel, mirror", "Clear float glass"}) {
-        previews.push_back(std::make_unique<PreviewFixture>());
-        previews.back()->setSky(PreviewFixture::shippedSky());
-        previews.back()->setMaterial(previews.back()->material(name));
-        pictures.push_back(previews.back()->picture(Width, Height));
-    }
-    QVERIFY(pictures[0] != pictures[1] && pictures[1] != pictures[2]);
-    for (const int gone : order) {
-        for (std::size_t i = 0; i < previews.size(); ++i) {
-            if (previews[i])
-                QCOMPARE(previews[i]->picture(Width, Height), pictures[i]);
+        const QImage picture = preview.picture(Width, Height);
+        for (int i = 0; i < 4; ++i) {
+            const QPoint place = Middle + QPoint(i % 2 == 0 ? -6 : 6, i / 2 == 0 ? -6 : 6);
+            QVERIFY2(isLike(picture.pixel(place), colors[expected[i]]),
+                     qPrintable(QString("quarter %1 is %2").arg(i).arg(picture.pixelColor(place).name())));
         }
-        previews[std::size_t(gone)].reset();
     }
-}
 
-void TestPreviewFaults::drawsAgainWhatWasReleased()
-{
-    PreviewFixture preview;
-    preview.setSky(PreviewFixture::shippedSky());
-    preview.setMaterial(preview.material(Brick));
-    const QImage picture = preview.picture(Width, Height);
-    kiv::CTextureManager::ReleaseTextures();
-    QCOMPARE(preview.picture(Width, Height), picture);
-    kiv::CShaderProgramManager::GetInstance().UnloadAll();
-    QCOMPARE(preview.picture(Width, Height), picture);
-    kiv::CTextureManager::ReleaseTextures();
-    kiv::CShaderProgramManager::GetInstance().UnloadAll();
-    QCOMPARE(preview.picture(Width, Height), picture);
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
+    void unusableSkies_data()
+    {
+        const auto row = testColumns<QString>("bytes");
+        row("face missing", QString());
+        row("face empty", "");
+        row("face broken", "this is no picture");
+    }
 
-void TestPreviewFaults::leavesTheHostsContextAlone()
-{
-    QOpenGLContext context;
-    QVERIFY(context.create());
-    QOffscreenSurface surface;
-    surface.setFormat(context.format());
-    surface.create();
-    QVERIFY(context.makeCurrent(&surface));
-    const auto isCurrent = [&] {
-        return QOpenGLContext::currentContext() == &context && context.surface() == &surface;
-    };
+    void unusableSkies()
+    {
+        QFETCH(QString, bytes);  // null: there is no file
+        QTemporaryDir folder;
+        const auto red = [](const QString&) { return Qt::red; };
+        const QString face = PreviewFixture::skyFace(PreviewFixture::makeSky(folder.path(), red), "left");
+        QVERIFY(QFile::remove(face));
+        if (!bytes.isNull())
+            writeFile(face, bytes.toUtf8());
+        PreviewFixture preview;
+        preview.viewer().SetBackgroundColor(Background);
+        const QImage without = preview.picture(Width, Height);
+        preview.setSky(folder.path());
+        QCOMPARE(preview.picture(Width, Height), without);
+        QCOMPARE(without.pixel(Corner), BackgroundPixel);
+        QVERIFY2(contains(preview.viewer().GetReason(), "cube01_left.jpg"), preview.viewer().GetReason().c_str());
+
+        // Once repaired it is shown as soon as the textures are read again.
+        PreviewFixture::makeSky(folder.path(), red);
+        kiv::CTextureManager::ReleaseTextures();
+        QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::red));
+        QCOMPARE(preview.viewer().GetReason(), std::string());
+    }
+
+    void facesOfDifferentSizes()
+    {
+        QTemporaryDir folder;
+        PreviewFixture::makeSky(folder.path(), [](const QString&) { return Qt::blue; });
+        int side = 1;
+        for (const char* name : {"back", "front", "left", "right", "top"}) {
+            writePicture(PreviewFixture::skyFace(folder.path(), name), {side, side + 5}, Qt::blue, Qt::blue);
+            side *= 4;
+        }
+        PreviewFixture preview;
+        preview.setSky(folder.path());
+        for (int viewPoint = kiv::CCamera::ViewIsometric; viewPoint <= kiv::CCamera::ViewBottom; ++viewPoint) {
+            preview.viewer().SetViewPoint(viewPoint);
+            QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::blue));
+        }
+        QCOMPARE(preview.viewer().GetReason(), std::string());
+    }
+
+    void shadersThatDoNotCompile_data()
+    {
+        const auto row = testColumns<QByteArray, QByteArray>("vertex", "fragment");
+        const QByteArray good = "void main() { gl_Position = vec4(0.0); }";
+        row("broken vertex shader", "void main( {", "void main() {}");
+        row("broken fragment shader", good, "void main() { gl_FragColor = nothing; }");
+        row("not linking", good, "void missing(); void main() { missing(); }");
+        row("no fragment shader", good, {});
+    }
+
+    void shadersThatDoNotCompile()
+    {
+        QFETCH(QByteArray, vertex);
+        QFETCH(QByteArray, fragment);
+        expectWarning("QOpenGLShader|shader source code|vertex shader|fragment shader|missing");
+        const auto program = std::make_shared<kiv::CShaderProgram>("a sky", kiv::CShader::GLSL);
+        const std::pair<int, QByteArray> texts[] = {{kiv::CShader::Vertex, vertex}, {kiv::CShader::Fragment, fragment}};
+        for (const auto& [type, text] : texts) {
+            const auto shader = std::make_shared<kiv::CShader>("a shader", type, kiv::CShader::GLSL);
+            if (shader->LoadShaderFromStr(text.toStdString()))
+                program->SetShader(shader);
+        }
+        PreviewFixture preview;
+        preview.viewer().SetBackgroundColor(Background);
+        preview.setSky(PreviewFixture::shippedSky());
+        preview.setMaterial(preview.greenMaterial());
+        const QRgb body = preview.picture(Width, Height).pixel(Middle);
+        preview.viewer().GetViewport().SetSkyBox(true, shippedFaces(), program);
+        for (int frame = 0; frame < 2; ++frame) {
+            const QImage picture = preview.picture(Width, Height);
+            QCOMPARE(picture.pixel(Middle), body);
+            QCOMPARE(picture.pixel(Corner), BackgroundPixel);
+            QVERIFY2(contains(preview.viewer().GetReason(), "\"a sky\""), preview.viewer().GetReason().c_str());
+        }
+        preview.viewer().GetViewport().SetSkyBox(true, shippedFaces(), nullptr);
+        QCOMPARE(preview.picture(Width, Height).pixel(Corner), BackgroundPixel);
+        preview.setSky(PreviewFixture::shippedSky());
+        QVERIFY(preview.picture(Width, Height).pixel(Corner) != BackgroundPixel);
+        QCOMPARE(preview.viewer().GetReason(), std::string());
+    }
+
+    void unknownShaderPart()
     {
         PreviewFixture preview;
-        QVERIFY(isCurrent());
+        const auto picture = [&](kiv::EnShading shading, const std::vector<std::string>& parts) {
+            GRefPtr<kiv::CStateSet> stateSet(new kiv::CStateSet);
+            stateSet->SetShading(shading);
+            stateSet->SetShaderParts(parts);
+            stateSet->SetUniform("baseColor", kiv::CVec4<float>(1, 0, 0, 1));
+            preview.node()->SetStateSet(stateSet.get());
+            return preview.picture(Width, Height);
+        };
+        const QImage plain = picture(kiv::EnShading::Unshaded, {});
+        QVERIFY(isLike(plain.pixel(Middle), Qt::red));
+        QCOMPARE(picture(kiv::EnShading::Default, {"nobody knows this", "../inputs", ""}), plain);
+        QCOMPARE(picture(kiv::EnShading::Default, {"nobodyKnowsThis"}), plain);
+    }
+
+    // Each property in turn, on a surface that is bright everywhere: a number that spoils the arithmetic leaves black
+    // holes.
+    void numbersOutOfRange()
+    {
+        PreviewFixture preview;
+        preview.setSky(PreviewFixture::shippedSky());
+        const auto brick = preview.material("White facing brick, stack bond");
+        using Limits = std::numeric_limits<float>;
+        for (const float number :
+             {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), Limits::max(), Limits::lowest(), -1.0F}) {
+            const kiv::CVec4<float> color(number, 0.5F, number, 1);
+            kiv::CMatrix3<float> transform;
+            transform.m.fill(number);
+            const auto check = [&](const std::string& property, const kiv::CPropertyValuePtr& value) {
+                const auto material = brick->Clone("changed");
+                material->SetUseDiffuseTexture(property != "diffuse_color");
+                const bool ofTexture = property.find("texture") != std::string::npos;
+                const auto changed =
+                    ofTexture ? material->FindProperty(property)->Get<kiv::CAppearanceInstancePtr>() : material;
+                changed->SetProperty(ofTexture ? "transform" : property, value);
+                preview.setMaterial(material);
+                const QImage picture = preview.picture(Width, Height);
+                int holes = 0;
+                for (int i = 0; i < Width * Height; ++i)
+                    holes += qGray(picture.pixel(i % Width, i / Width)) < 6;
+                QVERIFY2(holes == 0, qPrintable(QString("%1 %2").arg(property.c_str()).arg(double(number))));
+            };
+            for (const char* property :
+                 {"roughness", "metallic", "ior", "transparent", "bumpStrength", "lightPower", "shininess"})
+                check(property, kiv::MakePropertyValue(number));
+            for (const char* property : {"diffuse_color", "specular_color", "lightColor"})
+                check(property, kiv::MakePropertyValue(color));
+            for (const char* texture : {"diffuse_texture", "bump_texture"})
+                check(texture, kiv::MakePropertyValue(transform));
+        }
+    }
+
+    void refusesWhatIsNotFinite()
+    {
+        kiv::CStateSet stateSet;
+        QVERIFY(stateSet.SetUniform("roughness", 0.25F));
+        for (const float bad : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+            kiv::CMatrix3<float> matrix;
+            matrix(1, 2) = bad;
+            QVERIFY(!stateSet.SetUniform("roughness", bad));
+            QVERIFY(!stateSet.SetUniform("baseColor", kiv::CVec4<float>(0, 0, 0, bad)));
+            QVERIFY(!stateSet.SetUniform("baseTrf", matrix));
+        }
+        QCOMPARE(stateSet.GetUniforms().size(), std::size_t(1));
+        QCOMPARE(stateSet.Get("roughness", 0.0F), 0.25F);
+    }
+
+    void windowsThatShowNothing()
+    {
+        QWidget host;
+        host.resize(0, 0);
+        kiv::CViewer viewer(host.winId());
+        const auto node = std::make_shared<kiv::CVisualNode>("body");
+        node->SetRenderable(MakePreviewBody("Box"));
+        viewer.GetScene().GetRoot()->AddChild(node);
+        viewer.ZoomAll();
+        QVERIFY(host.size().isEmpty());
+        QVERIFY(viewer.PickNode(0, 0) == nullptr);
+        host.show();
+        host.resize(0, 0);
+        QCoreApplication::processEvents();
+        host.hide();
+        const unsigned before = viewer.GetFrameCount();
+        viewer.SetDirty();
+        QCoreApplication::processEvents();
+        QCOMPARE(viewer.GetFrameCount(), before);
+        for (const QSize& size : {QSize(0, 0), QSize(0, 40), QSize(60, -1), QSize(100000, 10)})
+            QVERIFY(viewer.Snapshot(size.width(), size.height()) == nullptr);
+
+        host.resize(Width, Height);
+        host.show();
+        QTRY_VERIFY(viewer.GetFrameCount() > before);
+        viewer.ZoomAll();
+        QVERIFY(viewer.PickNode(Width / 2, Height / 2) == node);
+    }
+
+    void picksWhatIsSeen()
+    {
+        QWidget host;
+        host.resize(200, 100);
+        kiv::CViewer viewer(host.winId());
+        std::map<QString, kiv::CVisualNodePtr> nodes;
+        for (const char* shape : {"Box", "Sphere", "Surface"}) {
+            nodes[shape] = std::make_shared<kiv::CVisualNode>(shape);
+            nodes[shape]->SetRenderable(MakePreviewBody(shape));
+        }
+        const kiv::CVisualNodePtr& root = viewer.GetScene().GetRoot();
+        QVERIFY(viewer.PickNode(100, 50) == nullptr);
+        root->AddChild(nodes["Sphere"]);
+        nodes["Sphere"]->AddChild(nodes["Box"]);
+        for (const int type : {kiv::CCamera::Perspective, kiv::CCamera::Orthographic}) {
+            viewer.GetCamera().SetType(type, 1);
+            viewer.SetViewPoint(kiv::CCamera::ViewFront);
+            viewer.ZoomAll();
+            QVERIFY(viewer.PickNode(100, 50) == nodes["Box"]);  // the sphere is inside
+            for (const QPoint& beside :
+                 {QPoint(5, 50), QPoint(195, 50), QPoint(100, 1), QPoint(-50, 50), QPoint(500, 50)})
+                QVERIFY(viewer.PickNode(beside.x(), beside.y()) == nullptr);
+        }
+        nodes["Sphere"]->RemoveChild(nodes["Box"].get());
+        QVERIFY(viewer.PickNode(100, 50) == nodes["Sphere"]);
+        root->AddChild(nodes["Surface"]);
+        QVERIFY(viewer.PickNode(100, 50) == nodes["Sphere"]);  // that one is elsewhere
+    }
+
+    // All materials once, which is more than the textures kept; then the level must stay.
+    void manyAppearances()
+    {
+        constexpr int count = 1000;
+        constexpr std::size_t shown = 20;  // of which all textures are kept: reading files is not the point here
+        [[maybe_unused]] constexpr double allowedMegabytes = 24;
+        PreviewFixture preview;
+        preview.setSky(PreviewFixture::shippedSky());
+        std::vector<kiv::CAppearanceInstancePtr> materials;
+        for (const auto& entry : *preview.manager().GetSystemLibrary())
+            materials.push_back(entry.second);
+        QVERIFY(materials.size() > 50);
+        const auto show = [&](const kiv::CAppearanceInstancePtr& material) {
+            preview.setMaterial(material);
+            return preview.viewer().Snapshot(Width, Height) != nullptr;
+        };
+        for (const auto& material : materials)
+            QVERIFY(show(material));
+        const double before = residentMegabytes();
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < count; ++i)
+            QVERIFY(show(materials[std::size_t(i) % shown]));
+        qInfo("%d appearances in %lld ms, %.1f MB before, %.1f MB after", count, timer.elapsed(), before,
+              residentMegabytes());
+#ifndef __SANITIZE_ADDRESS__  // which keeps freed memory back
+        QVERIFY(residentMegabytes() < before + allowedMegabytes);
+#endif
+        QCOMPARE(preview.viewer().GetReason(), std::string());
+    }
+
+    void viewersGoInAnyOrder()
+    {
+        for (const auto& order : {std::array{0, 1, 2}, {2, 1, 0}, {1, 2, 0}}) {
+            std::array<std::unique_ptr<PreviewFixture>, 3> previews;
+            std::array<QImage, 3> pictures;
+            const char* const names[] = {Brick, "Stainless steel, mirror", "Clear float glass"};
+            for (std::size_t i = 0; i < 3; ++i) {
+                previews[i] = std::make_unique<PreviewFixture>();
+                previews[i]->setSky(PreviewFixture::shippedSky());
+                previews[i]->setMaterial(previews[i]->material(names[i]));
+                pictures[i] = previews[i]->picture(Width, Height);
+            }
+            QVERIFY(pictures[0] != pictures[1] && pictures[1] != pictures[2]);
+            for (const int gone : order) {
+                for (std::size_t i = 0; i < 3; ++i)
+                    QVERIFY(!previews[i] || previews[i]->picture(Width, Height) == pictures[i]);
+                previews[std::size_t(gone)].reset();
+            }
+        }
+    }
+
+    void drawsAgainWhatWasReleased()
+    {
+        PreviewFixture preview;
         preview.setSky(PreviewFixture::shippedSky());
         preview.setMaterial(preview.material(Brick));
-        QVERIFY(!preview.picture(Width, Height).isNull());
-        QVERIFY(isCurrent());
-        kiv::CTextureManager::ReleaseTextures();
-        QVERIFY(isCurrent());
+        const QImage picture = preview.picture(Width, Height);
+        for (const bool withPrograms : {false, true}) {
+            kiv::CTextureManager::ReleaseTextures();
+            if (withPrograms)
+                kiv::CShaderProgramManager::GetInstance().UnloadAll();
+            QCOMPARE(preview.picture(Width, Height), picture);
+        }
+        QCOMPARE(preview.viewer().GetReason(), std::string());
     }
-    QVERIFY(isCurrent());
-    context.doneCurrent();
-    PreviewFixture preview;
-    QVERIFY(!preview.picture(Width, Height).isNull());
-    QVERIFY(!QOpenGLContext::currentContext());
-}
+
+    void leavesTheHostsContextAlone()
+    {
+        QOpenGLContext context;
+        QVERIFY(context.create());
+        QOffscreenSurface surface;
+        surface.setFormat(context.format());
+        surface.create();
+        QVERIFY(context.makeCurrent(&surface));
+        const auto isCurrent = [&] {
+            return QOpenGLContext::currentContext() == &context && context.surface() == &surface;
+        };
+        {
+            PreviewFixture preview;
+            QVERIFY(isCurrent());
+            preview.setSky(PreviewFixture::shippedSky());
+            preview.setMaterial(preview.material(Brick));
+            QVERIFY(!preview.picture(Width, Height).isNull());
+            QVERIFY(isCurrent());
+            kiv::CTextureManager::ReleaseTextures();
+            QVERIFY(isCurrent());
+        }
+        QVERIFY(isCurrent());
+        context.doneCurrent();
+        PreviewFixture preview;
+        QVERIFY(!preview.picture(Width, Height).isNull());
+        QVERIFY(!QOpenGLContext::currentContext());
+    }
+};
 
 MATERIAL_TEST_MAIN(TestPreviewFaults)
 #include "TestPreviewFaults.moc"

@@ -6,20 +6,6 @@
 
 #include <cmath>
 
-class TestPreviewPictures : public MaterialTest {
-    Q_OBJECT
-
-private slots:
-    void looksAsStored_data();
-    void looksAsStored();
-    void whiteFurnace_data();
-    void whiteFurnace();
-    void showsSkyWhereItIs();
-
-private:
-    static void compare(const QImage& picture, const QString& name);
-};
-
 namespace {
 
 constexpr int Width = 180;
@@ -45,114 +31,108 @@ int difference(QRgb a, QRgb b)
 
 }  // namespace
 
-void TestPreviewPictures::looksAsStored_data()
-{
-    QTest::addColumn<QString>("material");
-    QTest::addColumn<QString>("shape");
-    QTest::addColumn<int>("shading");
-    QTest::addColumn<bool>("hasSky");
-    const auto row = [](const char* name, const char* material, const char* shape, int shading = 1,
-                        bool hasSky = true) { QTest::newRow(name) << material << shape << shading << hasSky; };
-    row("brick_cylinder", "Red facing brick, running bond", "Cylinder");
-    row("brick_box", "Red facing brick, running bond", "Box");
-    row("brick_sphere_unshaded", "Red facing brick, running bond", "Sphere", 0);
-    row("brick_sphere_fast", "Red facing brick, running bond", "Sphere", 2);
-    row("brick_sphere_without_sky", "Red facing brick, running bond", "Sphere", 1, false);
-    row("metal_sphere", "Stainless steel, mirror", "Sphere");
-    row("metal_surface_fast", "Stainless steel, mirror", "Surface", 2);
-    row("glass_sphere", "Clear float glass", "Sphere");
-    row("glass_box_fast_without_sky", "Clear float glass", "Box", 2, false);
-}
+class TestPreviewPictures : public MaterialTest {
+    Q_OBJECT
 
-void TestPreviewPictures::looksAsStored()
-{
-    QFETCH(QString, material);
-    QFETCH(QString, shape);
-    QFETCH(int, shading);
-    QFETCH(bool, hasSky);
-    PreviewFixture preview;
-    preview.manager().SetShaderLevelOfDetail(kiv::CAppearanceLibraryManager::EnShaderLevelOfDetail(shading));
-    preview.setSky(hasSky ? PreviewFixture::shippedSky() : QString());
-    preview.viewer().SetBackgroundColor({90, 120, 60});
-    preview.setShape(shape);
-    preview.setMaterial(preview.material(material));
-    compare(preview.picture(Width, Height), QTest::currentDataTag());
-    QCOMPARE(preview.viewer().GetReason(), std::string());
-}
+private slots:
+    void looksAsStored_data()
+    {
+        const auto row = testColumns<QString, QString, int, bool>("material", "shape", "shading", "hasSky");
+        const QString brick = "Red facing brick, running bond", steel = "Stainless steel, mirror";
+        row("brick_cylinder", brick, "Cylinder", 1, true);
+        row("brick_box", brick, "Box", 1, true);
+        row("brick_sphere_unshaded", brick, "Sphere", 0, true);
+        row("brick_sphere_fast", brick, "Sphere", 2, true);
+        row("brick_sphere_without_sky", brick, "Sphere", 1, false);
+        row("metal_sphere", steel, "Sphere", 1, true);
+        row("metal_surface_fast", steel, "Surface", 2, true);
+        row("glass_sphere", "Clear float glass", "Sphere", 1, true);
+        row("glass_box_fast_without_sky", "Clear float glass", "Box", 2, false);
+    }
 
-// Drivers round differently and place edges a little apart; a wrong light, texture or shape is far beyond this.
-void TestPreviewPictures::compare(const QImage& picture, const QString& name)
-{
-    const QString stored = QStringLiteral(MATERIAL_TESTS_DIR "/preview/pictures/") + name + ".png";
-    if (qEnvironmentVariableIsSet("UPDATE_PICTURES"))
-        QVERIFY(picture.save(stored));
-    const QImage expected(stored);
-    QCOMPARE(picture.size(), expected.size());
-    double sum = 0;
-    int far = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const int apart = difference(picture.pixel(x, y), expected.pixel(x, y));
-            sum += apart;
-            far += apart > 48;
+    void looksAsStored()
+    {
+        QFETCH(QString, material);
+        QFETCH(QString, shape);
+        QFETCH(int, shading);
+        QFETCH(bool, hasSky);
+        PreviewFixture preview;
+        preview.manager().SetShaderLevelOfDetail(kiv::CAppearanceLibraryManager::EnShaderLevelOfDetail(shading));
+        preview.setSky(hasSky ? PreviewFixture::shippedSky() : QString());
+        preview.viewer().SetBackgroundColor({90, 120, 60});
+        preview.setShape(shape);
+        preview.setMaterial(preview.material(material));
+        compare(preview.picture(Width, Height), QTest::currentDataTag());
+        QCOMPARE(preview.viewer().GetReason(), std::string());
+    }
+
+    // In white light from all sides a white body cannot be told from its surroundings.
+    void whiteFurnace()
+    {
+        QTemporaryDir folder;
+        PreviewFixture preview;
+        preview.viewer().GetScene().FindLight("HeadLamp")->SetIntensity(0);
+        preview.setSky(PreviewFixture::makeSky(folder.path(), [](const QString&) { return QColor(Qt::white); }));
+        const auto white = preview.greenMaterial();
+        white->SetDiffuse({1, 1, 1, 1});
+        for (const auto& [metallic, roughness] :
+             {std::pair(0.0F, 0.05F), {0.0F, 0.5F}, {0.0F, 1.0F}, {1.0F, 0.05F}, {1.0F, 0.5F}, {1.0F, 1.0F}}) {
+            white->SetProperty("metallic", kiv::MakePropertyValue(metallic));
+            white->SetProperty("roughness", kiv::MakePropertyValue(roughness));
+            preview.setMaterial(white);
+            const QImage picture = preview.picture(100, 100);
+            for (const QPoint& place : {QPoint(50, 50), QPoint(30, 40), QPoint(50, 12), QPoint(85, 60)}) {
+                const double light = sceneLight(qGreen(picture.pixel(place)));
+                const QString where = QString("%1 at %2, %3").arg(light).arg(place.x()).arg(place.y());
+                QVERIFY2(std::abs(light - 1) < 0.02,
+                         qPrintable(where + QString(", metallic %1, roughness %2").arg(metallic).arg(roughness)));
+            }
         }
     }
-    const int count = picture.width() * picture.height();
-    const bool isSame = sum / count < 2.5 && far < count / 50;
-    if (!isSame)
-        picture.save(QDir::current().filePath("failed_" + name + ".png"));
-    QVERIFY2(isSame, qPrintable(QString("mean %1, far %2").arg(sum / count).arg(far)));
-}
 
-void TestPreviewPictures::whiteFurnace_data()
-{
-    QTest::addColumn<float>("metallic");
-    QTest::addColumn<float>("roughness");
-    for (const float metallic : {0.0F, 1.0F}) {
-        for (const float roughness : {0.05F, 0.5F, 1.0F})
-            QTest::addRow("metallic %g, roughness %g", double(metallic), double(roughness)) << metallic << roughness;
+    void showsSkyWhereItIs()
+    {
+        QTemporaryDir folder;
+        PreviewFixture preview;
+        preview.setSky(PreviewFixture::makeSky(folder.path(), [](const QString& side) {
+            return side == "left" ? Qt::red : side == "right" ? Qt::green : side == "top" ? Qt::blue : Qt::black;
+        }));
+        using kiv::CCamera;
+        const std::pair<int, QRgb> expected[] = {{CCamera::ViewRight, qRgb(255, 0, 0)},
+                                                 {CCamera::ViewLeft, qRgb(0, 255, 0)},
+                                                 {CCamera::ViewBottom, qRgb(0, 0, 255)},
+                                                 {CCamera::ViewFront, qRgb(0, 0, 0)}};
+        for (const auto& [side, color] : expected) {
+            preview.viewer().SetViewPoint(side);
+            QCOMPARE(preview.picture(60, 60).pixel(2, 2), color);
+        }
     }
-}
 
-// In white light from all sides a white body cannot be told from its surroundings.
-void TestPreviewPictures::whiteFurnace()
-{
-    QFETCH(float, metallic);
-    QFETCH(float, roughness);
-    QTemporaryDir folder;
-    PreviewFixture preview;
-    preview.viewer().GetScene().FindLight("HeadLamp")->SetIntensity(0);
-    preview.setSky(PreviewFixture::makeSky(folder.path(), [](const QString&) { return QColor(Qt::white); }));
-    const auto white = preview.manager().CreateAppearanceInstance(preview.manager().FindTemplate("Generic"), "white");
-    white->SetDiffuse({1, 1, 1, 1});
-    white->SetProperty("metallic", kiv::MakePropertyValue(metallic));
-    white->SetProperty("roughness", kiv::MakePropertyValue(roughness));
-    preview.setMaterial(white);
-    const QImage picture = preview.picture(100, 100);
-    for (const QPoint& place : {QPoint(50, 50), QPoint(30, 40), QPoint(50, 12), QPoint(85, 60)}) {
-        const double light = sceneLight(qGreen(picture.pixel(place)));
-        QVERIFY2(std::abs(light - 1) < 0.02,
-                 qPrintable(QString("%1 at %2, %3").arg(light).arg(place.x()).arg(place.y())));
+private:
+    // Drivers round differently and place edges a little apart; a wrong light, texture or shape is far beyond this.
+    static void compare(const QImage& picture, const QString& name)
+    {
+        const QString stored = QStringLiteral(MATERIAL_TESTS_DIR "/preview/pictures/") + name + ".png";
+        if (qEnvironmentVariableIsSet("UPDATE_PICTURES"))
+            QVERIFY(picture.save(stored));
+        const QImage expected(stored);
+        QCOMPARE(picture.size(), expected.size());
+        double sum = 0;
+        int far = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const int apart = difference(picture.pixel(x, y), expected.pixel(x, y));
+                sum += apart;
+                far += apart > 48;
+            }
+        }
+        const int count = picture.width() * picture.height();
+        const bool isSame = sum / count < 2.5 && far < count / 50;
+        if (!isSame)
+            picture.save(QDir::current().filePath("failed_" + name + ".png"));
+        QVERIFY2(isSame, qPrintable(QString("mean %1, far %2").arg(sum / count).arg(far)));
     }
-}
-
-void TestPreviewPictures::showsSkyWhereItIs()
-{
-    QTemporaryDir folder;
-    PreviewFixture preview;
-    preview.setSky(PreviewFixture::makeSky(folder.path(), [](const QString& side) {
-        return side == "left" ? Qt::red : side == "right" ? Qt::green : side == "top" ? Qt::blue : Qt::black;
-    }));
-    using kiv::CCamera;
-    const std::pair<int, QRgb> expected[] = {{CCamera::ViewRight, qRgb(255, 0, 0)},
-                                             {CCamera::ViewLeft, qRgb(0, 255, 0)},
-                                             {CCamera::ViewBottom, qRgb(0, 0, 255)},
-                                             {CCamera::ViewFront, qRgb(0, 0, 0)}};
-    for (const auto& [side, color] : expected) {
-        preview.viewer().SetViewPoint(side);
-        QCOMPARE(preview.picture(60, 60).pixel(2, 2), color);
-    }
-}
+};
 
 MATERIAL_TEST_MAIN(TestPreviewPictures)
 #include "TestPreviewPictures.moc"

@@ -6,45 +6,42 @@
 
 #include <QOpenGLContext>
 
-class TestPreviewWithoutOpenGL : public MaterialTest {
-    Q_OBJECT
-
-private slots:
-    void showsItsBackground();
-    void answersWithoutPictures();
-};
-
 namespace {
 
 const char* const NoContext = "does not support createPlatformOpenGLContext";
 
 }  // namespace
 
-void TestPreviewWithoutOpenGL::showsItsBackground()
-{
-    expectWarning(NoContext);
-    QVERIFY(!QOpenGLContext().create());
-    QWidget host;
-    host.resize(60, 40);
-    kiv::CViewer viewer(host.winId());
-    viewer.GetOptions().SetViewAxesEnabled(false);
-    viewer.SetBackgroundColor({10, 120, 30});
-    QCOMPARE(host.grab().toImage().pixelColor(30, 20), QColor(10, 120, 30));
-    QVERIFY(!viewer.GetReason().empty());
-    QCOMPARE(viewer.GetFrameCount(), 0U);
-}
+class TestPreviewWithoutOpenGL : public MaterialTest {
+    Q_OBJECT
 
-void TestPreviewWithoutOpenGL::answersWithoutPictures()
-{
-    expectWarning(NoContext);
-    PreviewFixture preview;
-    preview.setMaterial(preview.material("Red facing brick, running bond"));
-    preview.setSky(PreviewFixture::shippedSky());
-    QVERIFY(preview.picture(60, 40).isNull());
-    QVERIFY(!preview.viewer().GetReason().empty());
-    QVERIFY(preview.viewer().PickNode(0, 0) != nullptr);
-    kiv::CTextureManager::ReleaseTextures();
-}
+private slots:
+    void showsItsBackground()
+    {
+        expectWarning(NoContext);
+        QVERIFY(!QOpenGLContext().create());
+        QWidget host;
+        host.resize(60, 40);
+        kiv::CViewer viewer(host.winId());
+        viewer.GetOptions().SetViewAxesEnabled(false);
+        viewer.SetBackgroundColor({10, 120, 30});
+        QCOMPARE(host.grab().toImage().pixelColor(30, 20), QColor(10, 120, 30));
+        QVERIFY(!viewer.GetReason().empty());
+        QCOMPARE(viewer.GetFrameCount(), 0U);
+    }
+
+    void answersWithoutPictures()
+    {
+        expectWarning(NoContext);
+        PreviewFixture preview;
+        preview.setMaterial(preview.material("Red facing brick, running bond"));
+        preview.setSky(PreviewFixture::shippedSky());
+        QVERIFY(preview.picture(60, 40).isNull());
+        QVERIFY(!preview.viewer().GetReason().empty());
+        QVERIFY(preview.viewer().PickNode(0, 0) != nullptr);
+        kiv::CTextureManager::ReleaseTextures();
+    }
+};
 
 MATERIAL_TEST_MAIN(TestPreviewWithoutOpenGL)
 #include "TestPreviewWithoutOpenGL.moc"
