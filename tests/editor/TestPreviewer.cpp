@@ -1,5 +1,6 @@
 #include <AppearancePreviewerCtrl.h>
 #include <ColorButton.h>
+#include <PreviewSkybox.h>
 #include <SceneWidget.h>
 
 #include <LibraryFixture.h>
@@ -17,16 +18,159 @@ class TestPreviewer : public MaterialTest {
     Q_OBJECT
 
 private slots:
-    void init();
-    void offersShapesAndShading();
-    void shadingStartsAsTheManagerHasIt_data();
-    void shadingStartsAsTheManagerHasIt();
-    void showsTheAppearance();
-    void choosesShapes();
-    void choosesShading_data();
-    void choosesShading();
-    void changesTheBackground();
-    void actionsAreForTheHost();
+    void init()
+    {
+        m_previewer.reset();
+        m_fixture = std::make_unique<LibraryFixture>();
+        m_previewer = std::make_unique<CAppearancePreviewerCtrl>(m_fixture->manager(), nullptr);
+    }
+
+    void offersShapesAndShading()
+    {
+        QCOMPARE(m_previewer->size(), QSize(300, 227));
+        const auto* shapes = find<QComboBox>("shapeCombo");
+        QStringList offered;
+        for (int i = 0; i < shapes->count(); ++i)
+            offered += shapes->itemText(i) + shapes->itemData(i).toString();
+        QCOMPARE(offered, QStringList({"Cylinder0", "Sphere1", "Box2", "Surface3"}));
+        QCOMPARE(shapes->styleSheet(), QString("background: rgb(255, 255, 255);color:black;"));
+        const auto* shading = find<QComboBox>("shadingCombo");
+        QCOMPARE(shading->count(), 2);
+        QCOMPARE(shading->itemText(0) + shading->itemText(1), QString("Fast ShaderDefault Shader"));
+        for (const QComboBox* combo : {shapes, shading}) {
+            QCOMPARE(combo->maximumWidth(), 120);
+            QVERIFY(!combo->toolTip().isEmpty() && !combo->accessibleName().isEmpty());
+        }
+        m_previewer->show();
+        waitUntilReady();
+        const int height = m_previewer->GetSceneWidget()->height();
+        QVERIFY2(height >= 50 && height <= 100, qPrintable(QString::number(height)));
+        for (const auto* button : m_previewer->findChildren<QAbstractButton*>())
+            QVERIFY(!button->isVisible());
+    }
+
+    void shadingStartsAsTheManagerHasIt()
+    {
+        const char* const texts[] = {"", "Default Shader", "Fast Shader"};  // none is not offered
+        for (const int level : {0, 1, 2}) {
+            m_fixture->manager().SetShaderLevelOfDetail(Level(level));
+            const CAppearancePreviewerCtrl previewer(m_fixture->manager(), nullptr);
+            QCOMPARE(previewer.findChild<QComboBox*>("shadingCombo")->currentText(), QString(texts[level]));
+            QCOMPARE(int(m_fixture->manager().GetShaderLevelOfDetail()), level);
+        }
+    }
+
+    void skyIsDrawnByTheseTexts()
+    {
+        const kiv::CShaderProgramPtr program = PreviewSkyboxProgram();
+        QCOMPARE(program->GetName(), std::string("kiv_materiallib_preview_skybox"));
+        QCOMPARE(program->GetLanguage(), 1);
+        const std::pair<const char*, std::string> shaders[] = {
+            {"kiv_materiallib_preview_skybox_vs",
+             "uniform mat4 mvpMatrix;\nattribute vec3 attrVertex;\nvarying vec3 texCoord;\nvoid main()\n{\n"
+             "    texCoord = normalize(attrVertex);\n    gl_Position =  mvpMatrix * vec4(attrVertex, 1.0);\n}"},
+            {"kiv_materiallib_preview_skybox_fs",
+             "uniform samplerCube cubeMap;\nvarying vec3 texCoord;\nvoid main()\n{\n"
+             "    gl_FragColor = textureCube(cubeMap, vec3(texCoord.x, -texCoord.z, texCoord.y));\n}"}};
+        for (int type = 0; type < 2; ++type) {
+            const kiv::CShaderPtr shader = program->GetShader(type);
+            QVERIFY(shader);
+            QCOMPARE(shader->GetName(), std::string(shaders[type].first));
+            QCOMPARE(shader->GetType(), type);
+            QCOMPARE(shader->GetLanguage(), 1);
+            QCOMPARE(shader->GetSource(), shaders[type].second);
+        }
+    }
+
+    void showsTheAppearance()
+    {
+        waitUntilReady();
+        m_previewer->SetAppearance(nullptr);
+        QVERIFY(!stateSet());
+        const auto appearance = m_fixture->makeAppearance("red");
+        m_previewer->SetAppearance(appearance);
+        QCOMPARE(m_previewer->GetAppearance(), appearance);
+        const GRefPtr<const kiv::CStateSet> first(stateSet());
+        // The surroundings are for this translation alone: the next one may be for a building.
+        QVERIFY(first->IsUsingPreEnvironmentMap());
+        QVERIFY(!m_fixture->manager().IsUsingPreEnvironmentMap());
+        QVERIFY(!first->GetUniforms().empty());
+
+        kiv::CCamera& camera = m_previewer->GetSceneWidget()->GetViewer()->GetCamera();
+        camera.Orbit(0.7, 0);
+        const double yaw = camera.GetYaw();
+        m_previewer->SetAppearance(m_fixture->makeAppearance("other"));
+        QVERIFY(stateSet() != first.get());
+        QCOMPARE(camera.GetYaw(), yaw);
+    }
+
+    void choosesShapes()
+    {
+        waitUntilReady();
+        const kiv::CVisualNode* node = m_previewer->GetSceneWidget()->GetPreviewNode();
+        for (const char* shape : {"Surface", "Box", "Sphere", "Cylinder"}) {
+            const auto before = node->GetRenderable();
+            find<QComboBox>("shapeCombo")->setCurrentText(shape);
+            QVERIFY(node->GetRenderable() != before);
+        }
+    }
+
+    void choosesShading()
+    {
+        waitUntilReady();
+        auto* combo = find<QComboBox>("shadingCombo");
+        combo->addItem("No Shader");
+        m_previewer->SetAppearance(m_fixture->makeAppearance("any"));
+        QList<int> told;
+        connect(m_previewer.get(), &CAppearancePreviewerCtrl::InitcurrentLod, [&](Level level) { told += level; });
+        for (const auto& [text, level] : {std::pair("Fast Shader", 2), {"No Shader", 0}, {"Default Shader", 1}}) {
+            combo->setCurrentText(text);
+            QCOMPARE(int(m_fixture->manager().GetShaderLevelOfDetail()), level);
+            QCOMPARE(int(stateSet()->GetShading()), level);
+            QVERIFY(!m_fixture->manager().IsUsingPreEnvironmentMap());
+        }
+        QCOMPARE(told, QList<int>({2, 0, 1}));
+    }
+
+    void changesTheBackground()
+    {
+        auto* button = find<QColorButton>("colorButton");
+        QVERIFY(!button->isShowName() && button->text().isEmpty());
+        QCOMPARE(button->color(), m_previewer->GetSceneWidget()->GetBackgroundColor());
+        button->setColor(Qt::green);
+        QCOMPARE(m_previewer->GetSceneWidget()->GetBackgroundColor(), QColor(Qt::green));
+        waitUntilReady();
+        QCOMPARE(m_previewer->GetSceneWidget()->GetViewer()->GetBackgroundColor().g, 255);
+    }
+
+    void actionsAreForTheHost()
+    {
+        QStringList texts;
+        for (const auto* button : m_previewer->findChildren<QToolButton*>()) {
+            texts += button->text();
+            QCOMPARE(button->maximumSize(), QSize(32, 32));
+            QVERIFY(!button->icon().isNull());
+        }
+        texts.sort();
+        QStringList expected{u8"应用到场景", u8"保存到库中", u8"添加材质", u8"删除材质"};
+        expected.sort();
+        QCOMPARE(texts, expected);
+        m_previewer->show();
+        m_previewer->OnShowBrowser(true);
+        auto* save = find<QToolButton>("saveButton");
+        QVERIFY(save->isVisible() && !m_previewer->GetApplyButton()->isVisible());
+
+        const auto appearance = m_fixture->makeAppearance("kept");
+        m_previewer->SetAppearance(appearance);
+        kiv::CAppearanceInstancePtr saved;
+        connect(m_previewer.get(), &CAppearancePreviewerCtrl::SaveAppearance,
+                [&](const kiv::CAppearanceInstancePtr& instance) { saved = instance; });
+        QTest::mousePress(save, Qt::LeftButton);
+        QCOMPARE(saved, appearance);
+        QTest::mouseRelease(save, Qt::LeftButton);
+        m_previewer->OnShowBrowser(false);
+        QVERIFY(!save->isVisible());
+    }
 
 protected:
     void finish() override { m_previewer.reset(); }
@@ -48,153 +192,6 @@ private:
     std::unique_ptr<LibraryFixture> m_fixture;
     std::unique_ptr<CAppearancePreviewerCtrl> m_previewer;
 };
-
-void TestPreviewer::init()
-{
-    m_previewer.reset();
-    m_fixture = std::make_unique<LibraryFixture>();
-    m_previewer = std::make_unique<CAppearancePreviewerCtrl>(m_fixture->manager(), nullptr);
-}
-
-void TestPreviewer::offersShapesAndShading()
-{
-    QCOMPARE(m_previewer->size(), QSize(300, 227));
-    const auto* shapes = find<QComboBox>("shapeCombo");
-    QStringList offered;
-    for (int i = 0; i < shapes->count(); ++i)
-        offered += shapes->itemText(i) + shapes->itemData(i).toString();
-    QCOMPARE(offered, QStringList({"Cylinder0", "Sphere1", "Box2", "Surface3"}));
-    QCOMPARE(shapes->styleSheet(), QString("background: rgb(255, 255, 255);color:black;"));
-    const auto* shading = find<QComboBox>("shadingCombo");
-    QCOMPARE(shading->count(), 2);
-    QCOMPARE(shading->itemText(0) + shading->itemText(1), QString("Fast ShaderDefault Shader"));
-    for (const QComboBox* combo : {shapes, shading}) {
-        QCOMPARE(combo->maximumWidth(), 120);
-        QVERIFY(!combo->toolTip().isEmpty() && !combo->accessibleName().isEmpty());
-    }
-    m_previewer->show();
-    waitUntilReady();
-    const int height = m_previewer->GetSceneWidget()->height();
-    QVERIFY2(height >= 50 && height <= 100, qPrintable(QString::number(height)));
-    for (const auto* button : m_previewer->findChildren<QAbstractButton*>())
-        QVERIFY(!button->isVisible());
-}
-
-void TestPreviewer::shadingStartsAsTheManagerHasIt_data()
-{
-    QTest::addColumn<int>("level");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("none is not offered") << 0 << "";
-    QTest::newRow("default") << 1 << "Default Shader";
-    QTest::newRow("fast") << 2 << "Fast Shader";
-}
-
-void TestPreviewer::shadingStartsAsTheManagerHasIt()
-{
-    QFETCH(int, level);
-    m_fixture->manager().SetShaderLevelOfDetail(Level(level));
-    CAppearancePreviewerCtrl previewer(m_fixture->manager(), nullptr);
-    QTEST(previewer.findChild<QComboBox*>("shadingCombo")->currentText(), "text");
-    QCOMPARE(int(m_fixture->manager().GetShaderLevelOfDetail()), level);
-}
-
-void TestPreviewer::showsTheAppearance()
-{
-    waitUntilReady();
-    m_previewer->SetAppearance(nullptr);
-    QVERIFY(!stateSet());
-    const auto appearance = m_fixture->makeAppearance("red");
-    m_previewer->SetAppearance(appearance);
-    QCOMPARE(m_previewer->GetAppearance(), appearance);
-    const GRefPtr<const kiv::CStateSet> first(stateSet());
-    // The surroundings are for this translation alone: the next one may be for a building.
-    QVERIFY(first->IsUsingPreEnvironmentMap());
-    QVERIFY(!m_fixture->manager().IsUsingPreEnvironmentMap());
-    QVERIFY(!first->GetUniforms().empty());
-
-    kiv::CCamera& camera = m_previewer->GetSceneWidget()->GetViewer()->GetCamera();
-    camera.Orbit(0.7, 0);
-    const double yaw = camera.GetYaw();
-    m_previewer->SetAppearance(m_fixture->makeAppearance("other"));
-    QVERIFY(stateSet() != first.get());
-    QCOMPARE(camera.GetYaw(), yaw);
-}
-
-void TestPreviewer::choosesShapes()
-{
-    waitUntilReady();
-    const kiv::CVisualNode* node = m_previewer->GetSceneWidget()->GetPreviewNode();
-    for (const char* shape : {"Surface", "Box", "Sphere", "Cylinder"}) {
-        const auto before = node->GetRenderable();
-        find<QComboBox>("shapeCombo")->setCurrentText(shape);
-        QVERIFY(node->GetRenderable() != before);
-    }
-}
-
-void TestPreviewer::choosesShading_data()
-{
-    QTest::addColumn<int>("level");
-    QTest::newRow("Default Shader") << 1;
-    QTest::newRow("Fast Shader") << 2;
-    QTest::newRow("No Shader") << 0;
-}
-
-void TestPreviewer::choosesShading()
-{
-    QFETCH(int, level);
-    waitUntilReady();
-    auto* combo = find<QComboBox>("shadingCombo");
-    combo->addItem("No Shader");
-    combo->setCurrentIndex(level == 1 ? 0 : 1);
-    m_previewer->SetAppearance(m_fixture->makeAppearance("any"));
-    QList<int> chosen;
-    connect(m_previewer.get(), &CAppearancePreviewerCtrl::InitcurrentLod, [&](Level told) { chosen += told; });
-    combo->setCurrentText(QTest::currentDataTag());
-    QCOMPARE(int(m_fixture->manager().GetShaderLevelOfDetail()), level);
-    QCOMPARE(int(stateSet()->GetShading()), level);
-    QVERIFY(!m_fixture->manager().IsUsingPreEnvironmentMap());
-    QCOMPARE(chosen, QList<int>{level});
-}
-
-void TestPreviewer::changesTheBackground()
-{
-    auto* button = find<QColorButton>("colorButton");
-    QVERIFY(!button->isShowName() && button->text().isEmpty());
-    QCOMPARE(button->color(), m_previewer->GetSceneWidget()->GetBackgroundColor());
-    button->setColor(Qt::green);
-    QCOMPARE(m_previewer->GetSceneWidget()->GetBackgroundColor(), QColor(Qt::green));
-    waitUntilReady();
-    QCOMPARE(m_previewer->GetSceneWidget()->GetViewer()->GetBackgroundColor().g, 255);
-}
-
-void TestPreviewer::actionsAreForTheHost()
-{
-    QStringList texts;
-    for (const auto* button : m_previewer->findChildren<QToolButton*>()) {
-        texts += button->text();
-        QCOMPARE(button->maximumSize(), QSize(32, 32));
-        QVERIFY(!button->icon().isNull());
-    }
-    texts.sort();
-    QStringList expected{u8"应用到场景", u8"保存到库中", u8"添加材质", u8"删除材质"};
-    expected.sort();
-    QCOMPARE(texts, expected);
-    m_previewer->show();
-    m_previewer->OnShowBrowser(true);
-    auto* save = find<QToolButton>("saveButton");
-    QVERIFY(save->isVisible() && !m_previewer->GetApplyButton()->isVisible());
-
-    const auto appearance = m_fixture->makeAppearance("kept");
-    m_previewer->SetAppearance(appearance);
-    kiv::CAppearanceInstancePtr saved;
-    connect(m_previewer.get(), &CAppearancePreviewerCtrl::SaveAppearance,
-            [&](const kiv::CAppearanceInstancePtr& instance) { saved = instance; });
-    QTest::mousePress(save, Qt::LeftButton);
-    QCOMPARE(saved, appearance);
-    QTest::mouseRelease(save, Qt::LeftButton);
-    m_previewer->OnShowBrowser(false);
-    QVERIFY(!save->isVisible());
-}
 
 MATERIAL_TEST_MAIN(TestPreviewer)
 #include "TestPreviewer.moc"
