@@ -5,30 +5,6 @@
 
 namespace {
 
-const char* const textureTemplate = R"({"name":"Texture","schema":{"parameters":{
-"template":{"type":"string","default_value":"Texture"},"texture_file":{"type":"string","default_value":""}},
-"shader":{"id":"Texture"},"vs_uniform_bindings":{},"fs_uniform_bindings":{},"phong_material_bindings":{}},
-"ui":{"StackPanels":[]}})";
-
-const char* const genericTemplate = R"({"name":"Generic","schema":{"parameters":{
-"template":{"type":"string","default_value":"Generic"},"id":{"type":"string","default_value":""},
-"name":{"type":"string","default_value":""},"category":{"type":"string","default_value":"Generic"},
-"tags":{"type":"string","default_value":""},"edit_type":{"type":"int","default_value":"1"},
-"diffuse_color":{"type":"color4","default_value":"0.5,0.25,1,1"},
-"useBaseTexture":{"type":"bool","default_value":"0"},"diffuse_texture":{"type":"Texture","default_value":{}}},
-"shader":{"id":"Generic","shader_preview":["diffuse_texture","diffuse_color"]},
-"vs_uniform_bindings":{},"fs_uniform_bindings":{},"phong_material_bindings":{}},
-"ui":{"StackPanels":[]}})";
-
-kiv::CAppearanceTemplatePtr read(const char* json, const kiv::CAppearanceTemplatePtr& textures)
-{
-    kiv::CParseError error;
-    const auto result = kiv::CAppearanceTemplate::FromJson(json, textures, error);
-    if (!result)
-        qFatal("template: %s", error.Text().c_str());
-    return result;
-}
-
 QString depthOf(const QTreeWidgetItem* item)
 {
     QString blanks;
@@ -39,20 +15,14 @@ QString depthOf(const QTreeWidgetItem* item)
 
 }  // namespace
 
-BrowserFixture::BrowserFixture()
-{
-    const kiv::CAppearanceTemplatePtr textures = read(textureTemplate, nullptr);
-    m_template = read(genericTemplate, textures);
-    manager.AddTemplate(textures);
-    manager.AddTemplate(m_template);
-}
-
 kiv::CAppearanceInstancePtr BrowserFixture::MakeAppearance(const Sample& sample) const
 {
-    const auto appearance = manager.CreateAppearanceInstance(m_template, sample.name.toStdString());
+    const auto appearance =
+        manager.CreateAppearanceInstance(manager.FindTemplate("Generic"), sample.name.toStdString());
     appearance->SetId(sample.id.toStdString());
     appearance->SetCategory(sample.category.toStdString());
     appearance->SetTags(sample.tags.toStdString());
+    appearance->SetDiffuse({0.5F, 0.25F, 1, 1});
     return appearance;
 }
 
@@ -79,6 +49,14 @@ std::unique_ptr<CAppearanceLibraryBrowserCtrl> BrowserFixture::MakeBrowser(Appea
     browser->resize(320, 480);
     browser->show();
     QCoreApplication::processEvents();
+    return browser;
+}
+
+std::unique_ptr<CAppearanceLibraryBrowserCtrl> BrowserFixture::MakeBrowserOf(const QString& libraryName,
+                                                                             const QList<Sample>& samples)
+{
+    auto browser = MakeBrowser();
+    browser->AddLibrary(MakeLibrary(libraryName, samples));
     return browser;
 }
 

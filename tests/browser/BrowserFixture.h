@@ -1,15 +1,15 @@
 #pragma once
 
 #include <AppearanceLibraryBrowserCtrl.h>
+#include <LibraryFixture.h>
 
 #include <QStringList>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTreeWidget>
 
 #include <memory>
 
-/// Small libraries in memory, with a template that has a colour and a texture.
+/// Small libraries in memory.
 class BrowserFixture {
 public:
     struct Sample {
@@ -19,8 +19,6 @@ public:
         QString tags;
     };
 
-    BrowserFixture();
-
     kiv::CAppearanceLibraryPtr MakeLibrary(const QString& name, const QList<Sample>& samples);
     kiv::CAppearanceInstancePtr MakeAppearance(const Sample& sample) const;
     /// A brick and a wood category with two each, a nested one, and "Other".
@@ -28,12 +26,12 @@ public:
 
     /// A shown browser, 320 x 480.
     std::unique_ptr<CAppearanceLibraryBrowserCtrl> MakeBrowser(AppearanceLibraryProvider* provider = nullptr);
+    /// One that shows a new library.
+    std::unique_ptr<CAppearanceLibraryBrowserCtrl> MakeBrowserOf(const QString& libraryName,
+                                                                 const QList<Sample>& samples = Samples());
 
-    kiv::CAppearanceLibraryManager manager;
-    QTemporaryDir folder;
-
-private:
-    kiv::CAppearanceTemplatePtr m_template;
+    LibraryFixture files;
+    kiv::CAppearanceLibraryManager& manager = files.manager();
 };
 
 /// Ids that OnSelectAppearance announced since the last take().

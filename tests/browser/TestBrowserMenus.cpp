@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
+#include <QTranslator>
 
 namespace {
 
@@ -78,251 +79,256 @@ class TestBrowserMenus : public MaterialTest {
     Q_OBJECT
 
 private slots:
-    void menuFitsTheLibrary_data();
-    void menuFitsTheLibrary();
-    void actionsAnnounceTheAppearance();
-    void removeTakesAllSelected();
-    void downloadIsOfferedForWhatIsOnlyInTheCloud();
-    void menuKeyOpensTheMenuOfTheRow();
-    void typeIsAskedFor();
-    void favouriteCategoryIsAskedFor();
-    void treeMenuExpandsAndCollapses();
-    void libraryIsAskedFor();
-    void buttonsAnnounceTheCloud();
-    void chooserForms();
-    void favouriteCategoryForm();
+    void menuFitsTheLibrary()
+    {
+        const std::pair<const char*, QStringList> cases[] = {
+            {"System Library", {"copy", "addFavorite"}},
+            {"Customer Library", {"copy", "delete", "typeChange", "addFavorite"}},
+            {"Favorite Library", {"Remove"}}};
+        for (const auto& [name, actions] : cases) {
+            const auto browser = m_fixture.MakeBrowserOf(name);
+            rightClickRow(*browser, 1);
+            QCOMPARE(offered(openMenu()), actions);
+            openMenu()->close();
+            rightClick(browser->GetTableWidget(), browser->GetTableWidget()->viewport()->rect().bottomRight());
+            QVERIFY(!openMenu());
+            browser->ShowAppearanceMenu(false);
+            rightClickRow(*browser, 1);
+            QVERIFY(!openMenu());
+        }
+    }
+
+    void actionsAnnounceTheAppearance()
+    {
+        const auto browser = m_fixture.MakeBrowserOf("Customer Library");
+        QStringList announced;
+        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnCopyandAddApperance,
+                [&](const kiv::CAppearanceInstancePtr& appearance) {
+                    announced.append("copy " + QString::fromStdString(appearance->GetId()));
+                });
+        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnDeleteApperance,
+                [&](kiv::CAppearanceInstancePtr& appearance) {
+                    announced.append("delete " + QString::fromStdString(appearance->GetId()));
+                });
+        rightClickRow(*browser, 1);
+        choose("copy");
+        rightClickRow(*browser, 2);
+        choose("delete");
+        QCOMPARE(announced, QStringList({"copy b", "delete c"}));
+    }
+
+    void removeTakesAllSelected()
+    {
+        const auto browser = m_fixture.MakeBrowserOf("Favorite Library");
+        const auto library = browser->GetCurrentLibrary();
+        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnRemoveApperance,
+                [&](kiv::CAppearanceInstancePtr& appearance) {
+                    library->DeleteInstance(appearance->GetId());
+                    browser->UpdateLibrary(appearance, false);
+                });
+        ClickCell(*browser, 0, 1);
+        ClickCell(*browser, 2, 1);
+        rightClickRow(*browser, 2);
+        choose("Remove");
+        QCOMPARE(RowIds(*browser), QStringList({"b", "d", "e", "f"}));
+        // A row that is not selected goes alone.
+        ClickCell(*browser, 0, 1);
+        rightClickRow(*browser, 3);
+        choose("Remove");
+        QCOMPARE(RowIds(*browser), QStringList({"b", "d", "e"}));
+    }
+
+    void downloadIsOfferedForWhatIsOnlyInTheCloud()
+    {
+        const auto library = m_fixture.MakeLibrary("Favorite Library", BrowserFixture::Samples());
+        const kiv::CAppearanceInstancePtr oak = library->FindInstance("d");
+        oak->GetDiffuseTexture()->SetTextureFile("UserLib Textures\\nowhere");
+        oak->SetCloudFlag(true);
+        const auto browser = m_fixture.MakeBrowser();
+        browser->AddLibrary(library);
+        QSignalSpy downloads(browser.get(), &CAppearanceLibraryBrowserCtrl::OnDownloadAppearance);
+        rightClickRow(*browser, 3);
+        QCOMPARE(offered(openMenu()), QStringList({"Download", "Remove"}));
+        choose("Download");
+        QCOMPARE(downloads.size(), 1);
+        QCOMPARE(downloads[0][0].toString(), QString("d"));
+    }
+
+    void menuKeyOpensTheMenuOfTheRow()
+    {
+        const auto browser = m_fixture.MakeBrowserOf("Customer Library");
+        browser->SelectTableItem("c");
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1));
+        QApplication::sendEvent(browser->GetTableWidget(), &event);
+        QVERIFY(openMenu());
+        const QRect row = browser->GetTableWidget()->visualItemRect(browser->GetTableWidget()->item(2, 1));
+        QVERIFY(row.contains(browser->GetTableWidget()->viewport()->mapFromGlobal(openMenu()->pos())));
+        openMenu()->close();
+        QCOMPARE(browser->GetCurSel(), QString("c"));
+    }
+
+    void typeIsAskedFor()
+    {
+        const auto browser = m_fixture.MakeBrowserOf("Customer Library");
+        QStringList announced;
+        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnAppearanceTypeChanged,
+                [&](kiv::CAppearanceInstancePtr& appearance, const kiv::String& type) {
+                    announced.append(QString::fromStdString(appearance->GetId() + " " + type));
+                });
+        rightClickRow(*browser, 1);
+        choose("typeChange");
+        auto* dialog = openDialog<CChooseTypeDlg>();
+        QVERIFY(dialog);
+        QCOMPARE(dialog->GetTypeName(), QString("Generic"));
+        press(dialog, QDialogButtonBox::Cancel);
+        QVERIFY(announced.isEmpty());
+        rightClickRow(*browser, 1);
+        choose("typeChange");
+        dialog = openDialog<CChooseTypeDlg>();
+        QTest::keyClick(dialog->findChild<QComboBox*>(), Qt::Key_End);
+        press(dialog, QDialogButtonBox::Ok);
+        QCOMPARE(announced, QStringList("b TilesPlain"));
+    }
+
+    void favouriteCategoryIsAskedFor()
+    {
+        const auto browser = m_fixture.MakeBrowserOf("Customer Library");
+        QStringList announced;
+        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnAddFavoriteAppearance,
+                [&](const kiv::CAppearanceInstancePtr& appearance, const kiv::String& category) {
+                    announced.append(QString::fromStdString(appearance->GetId() + " " + category));
+                });
+        rightClickRow(*browser, 3);
+        choose("addFavorite");
+        auto* dialog = openDialog<CFavoriteCategoryDlg>();
+        QVERIFY(dialog);
+        QCOMPARE(dialog->GetSelectedType(), QString("Wood"));
+        press(dialog, QDialogButtonBox::Ok);
+        QCOMPARE(announced, QStringList("d Wood"));
+    }
+
+    void treeMenuExpandsAndCollapses()
+    {
+        const auto browser = m_fixture.MakeBrowserOf("Customer Library");
+        QTreeWidget* tree = browser->GetTreeWidget();
+        rightClick(tree, QPoint(30, 10));
+        QCOMPARE(offered(openMenu()), QStringList({"Expand All", "Collapse All"}));
+        choose("Expand All");
+        QVERIFY(TreeItem(*browser, "Wood/Hard/Rare")->isExpanded());
+        rightClick(tree, QPoint(30, 10));
+        choose("Collapse All");
+        QVERIFY(!tree->topLevelItem(0)->isExpanded());
+    }
+
+    void libraryIsAskedFor()
+    {
+        m_fixture.manager.AddUserAppearanceLibrary(
+            m_fixture.MakeLibrary("Customer Library", BrowserFixture::Samples()));
+        const auto browser = m_fixture.MakeBrowserOf("System Library");
+        QStringList announced;
+        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnMaterialLibraryChange,
+                [&](const kiv::String& name) { announced.append(QString::fromStdString(name)); });
+        for (const int entry : {1, 0}) {
+            rightClick(browser->GetTreeWidget(), QPoint(30, 10));
+            choose("Choose Library...");
+            auto* dialog = openDialog<CChooseLibraryDlg>();
+            QVERIFY(dialog);
+            auto* combo = dialog->findChild<QComboBox*>();
+            QCOMPARE(combo->itemText(entry), QString(entry ? "System Library" : "Customer Library"));
+            combo->setCurrentIndex(entry);
+            press(dialog, QDialogButtonBox::Ok);
+        }
+        QCOMPARE(announced, QStringList("System Library"));
+        QCOMPARE(browser->GetCurrentLibrary()->GetName(), std::string("Customer Library"));
+        m_fixture.manager.DeleteUserAppearanceLibrary("Customer Library");
+    }
+
+    void buttonsAnnounceTheCloud()
+    {
+        CAppearanceLibraryBrowserCtrl browser(m_fixture.manager, nullptr, nullptr, true);
+        browser.show();
+        QSignalSpy collected(&browser, &CAppearanceLibraryBrowserCtrl::OnAddFavoriteTextures);
+        QSignalSpy synchronized(&browser, &CAppearanceLibraryBrowserCtrl::OnSynchronizedCloud);
+        for (auto* button : browser.findChildren<QToolButton*>())
+            QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(collected.size(), 1);
+        QCOMPARE(synchronized.size(), 1);
+        browser.ShowCollectAndSynchBtn(false);
+        for (const auto* button : browser.findChildren<QToolButton*>())
+            QVERIFY(!button->isVisible());
+    }
+
+    void typesInTheirOrder()
+    {
+        CChooseTypeDlg dialog(nullptr);
+        QCOMPARE(dialog.windowTitle(), QString("转换材质类型"));
+        QStringList types;
+        const auto* combo = dialog.findChild<QComboBox*>();
+        for (int i = 0; i < combo->count(); ++i) {
+            types += combo->itemData(i, Qt::UserRole).toString();
+            QCOMPARE(combo->itemText(i), types.last());
+        }
+        QCOMPARE(types.join(' '), QString("Concrete Generic Glass Metal Brick Plastic Wood Paint Carpet Wallpaper "
+                                          "Stone Roof TilesPlain"));
+        dialog.SetTypeName("Glass");
+        dialog.SetTypeName("Leather");
+        QCOMPARE(dialog.GetTypeName(), QString("Glass"));
+    }
+
+    void typesAreTranslatedInTheirOwnContext()
+    {
+        class Translator : public QTranslator {
+            QString translate(const char* context, const char* text, const char*, int) const override
+            {
+                return QByteArray(context) == "CChooseTypeDlg" ? QString("<%1>").arg(text) : QString();
+            }
+            bool isEmpty() const override { return false; }
+        } translator;
+        QCoreApplication::installTranslator(&translator);
+        const CChooseTypeDlg dialog(nullptr);
+        QCoreApplication::removeTranslator(&translator);
+        const auto* combo = dialog.findChild<QComboBox*>();
+        QCOMPARE(combo->itemText(12) + combo->itemData(12).toString(), QString("<TilesPlain>TilesPlain"));
+        QCOMPARE(dialog.findChild<QLabel*>()->text(), QString("<材质类型：>"));
+    }
+
+    void chooserForms()
+    {
+        const CChooseTypeDlg types(nullptr);
+        const CChooseLibraryDlg libraries(m_fixture.manager, nullptr);
+        QCOMPARE(libraries.windowTitle(), QString("选择材质库"));
+        QCOMPARE(libraries.GetLibraryName(), std::string("System Library"));
+        QCOMPARE(types.findChild<QLabel*>()->text(), QString("材质类型："));
+        QCOMPARE(types.findChild<QLabel*>()->geometry(), QRect(20, 30, 51, 20));
+        QCOMPARE(types.findChild<QComboBox*>()->geometry(), QRect(80, 30, 161, 22));
+        QCOMPARE(types.findChild<QDialogButtonBox*>()->geometry(), QRect(60, 80, 181, 32));
+        for (const QDialog* dialog : {static_cast<const QDialog*>(&types), static_cast<const QDialog*>(&libraries)}) {
+            QCOMPARE(dialog->size(), QSize(255, 119));
+            const auto* label = dialog->findChild<QLabel*>();
+            label->ensurePolished();
+            QVERIFY(QFontMetrics(label->font()).horizontalAdvance(label->text()) <= label->width());
+        }
+    }
+
+    void favouriteCategoryForm()
+    {
+        CFavoriteCategoryDlg dialog("Leather", nullptr);
+        dialog.show();
+        QCOMPARE(dialog.size(), QSize(370, 160));
+        QCOMPARE(dialog.GetSelectedType(), QString("Other"));
+        auto* group = dialog.findChild<QButtonGroup*>();
+        QCOMPARE(group->buttons().size(), 14);
+        QCOMPARE(group->button(12)->y(), group->button(13)->y());
+        QTest::mouseClick(group->button(10), Qt::LeftButton, {}, QPoint(8, group->button(10)->height() / 2));
+        QCOMPARE(dialog.GetSelectedType(), QString("TilesPlain"));
+        dialog.SetSelectedType("Ceiling");
+        dialog.UncheckAll();
+        QCOMPARE(group->checkedId(), 2);
+    }
 
 private:
-    std::unique_ptr<CAppearanceLibraryBrowserCtrl> browserOf(const QString& name)
-    {
-        auto browser = m_fixture.MakeBrowser();
-        browser->AddLibrary(m_fixture.MakeLibrary(name, BrowserFixture::Samples()));
-        return browser;
-    }
-
     BrowserFixture m_fixture;
 };
-
-void TestBrowserMenus::menuFitsTheLibrary_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QStringList>("actions");
-    QTest::newRow("system") << "System Library" << QStringList({"copy", "addFavorite"});
-    QTest::newRow("customer") << "Customer Library" << QStringList({"copy", "delete", "typeChange", "addFavorite"});
-    QTest::newRow("favourite") << "Favorite Library" << QStringList("Remove");
-}
-
-void TestBrowserMenus::menuFitsTheLibrary()
-{
-    QFETCH(QString, name);
-    QFETCH(QStringList, actions);
-    const auto browser = browserOf(name);
-    rightClickRow(*browser, 1);
-    QCOMPARE(offered(openMenu()), actions);
-    openMenu()->close();
-    rightClick(browser->GetTableWidget(), browser->GetTableWidget()->viewport()->rect().bottomRight());
-    QVERIFY(!openMenu());
-    browser->ShowAppearanceMenu(false);
-    rightClickRow(*browser, 1);
-    QVERIFY(!openMenu());
-}
-
-void TestBrowserMenus::actionsAnnounceTheAppearance()
-{
-    const auto browser = browserOf("Customer Library");
-    QStringList announced;
-    connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnCopyandAddApperance,
-            [&](const kiv::CAppearanceInstancePtr& appearance) {
-                announced.append("copy " + QString::fromStdString(appearance->GetId()));
-            });
-    connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnDeleteApperance,
-            [&](kiv::CAppearanceInstancePtr& appearance) {
-                announced.append("delete " + QString::fromStdString(appearance->GetId()));
-            });
-    rightClickRow(*browser, 1);
-    choose("copy");
-    rightClickRow(*browser, 2);
-    choose("delete");
-    QCOMPARE(announced, QStringList({"copy b", "delete c"}));
-}
-
-void TestBrowserMenus::removeTakesAllSelected()
-{
-    const auto library = m_fixture.MakeLibrary("Favorite Library", BrowserFixture::Samples());
-    const auto browser = m_fixture.MakeBrowser();
-    browser->AddLibrary(library);
-    connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnRemoveApperance,
-            [&](kiv::CAppearanceInstancePtr& appearance) {
-                library->DeleteInstance(appearance->GetId());
-                browser->UpdateLibrary(appearance, false);
-            });
-    ClickCell(*browser, 0, 1);
-    ClickCell(*browser, 2, 1);
-    rightClickRow(*browser, 2);
-    choose("Remove");
-    QCOMPARE(RowIds(*browser), QStringList({"b", "d", "e", "f"}));
-    // A row that is not selected goes alone.
-    ClickCell(*browser, 0, 1);
-    rightClickRow(*browser, 3);
-    choose("Remove");
-    QCOMPARE(RowIds(*browser), QStringList({"b", "d", "e"}));
-}
-
-void TestBrowserMenus::downloadIsOfferedForWhatIsOnlyInTheCloud()
-{
-    const auto library = m_fixture.MakeLibrary("Favorite Library", BrowserFixture::Samples());
-    const kiv::CAppearanceInstancePtr oak = library->FindInstance("d");
-    oak->GetDiffuseTexture()->SetTextureFile("UserLib Textures\\nowhere");
-    oak->SetCloudFlag(true);
-    const auto browser = m_fixture.MakeBrowser();
-    browser->AddLibrary(library);
-    QSignalSpy downloads(browser.get(), &CAppearanceLibraryBrowserCtrl::OnDownloadAppearance);
-    rightClickRow(*browser, 3);
-    QCOMPARE(offered(openMenu()), QStringList({"Download", "Remove"}));
-    choose("Download");
-    QCOMPARE(downloads.size(), 1);
-    QCOMPARE(downloads[0][0].toString(), QString("d"));
-}
-
-void TestBrowserMenus::menuKeyOpensTheMenuOfTheRow()
-{
-    const auto browser = browserOf("Customer Library");
-    browser->SelectTableItem("c");
-    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1));
-    QApplication::sendEvent(browser->GetTableWidget(), &event);
-    QVERIFY(openMenu());
-    const QRect row = browser->GetTableWidget()->visualItemRect(browser->GetTableWidget()->item(2, 1));
-    QVERIFY(row.contains(browser->GetTableWidget()->viewport()->mapFromGlobal(openMenu()->pos())));
-    openMenu()->close();
-    QCOMPARE(browser->GetCurSel(), QString("c"));
-}
-
-void TestBrowserMenus::typeIsAskedFor()
-{
-    const auto browser = browserOf("Customer Library");
-    QStringList announced;
-    connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnAppearanceTypeChanged,
-            [&](kiv::CAppearanceInstancePtr& appearance, const kiv::String& type) {
-                announced.append(QString::fromStdString(appearance->GetId() + " " + type));
-            });
-    rightClickRow(*browser, 1);
-    choose("typeChange");
-    auto* dialog = openDialog<CChooseTypeDlg>();
-    QVERIFY(dialog);
-    QCOMPARE(dialog->GetTypeName(), QString("Generic"));
-    press(dialog, QDialogButtonBox::Cancel);
-    QVERIFY(announced.isEmpty());
-    rightClickRow(*browser, 1);
-    choose("typeChange");
-    dialog = openDialog<CChooseTypeDlg>();
-    QTest::keyClick(dialog->findChild<QComboBox*>(), Qt::Key_End);
-    press(dialog, QDialogButtonBox::Ok);
-    QCOMPARE(announced, QStringList("b TilesPlain"));
-}
-
-void TestBrowserMenus::favouriteCategoryIsAskedFor()
-{
-    const auto browser = browserOf("Customer Library");
-    QStringList announced;
-    connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnAddFavoriteAppearance,
-            [&](const kiv::CAppearanceInstancePtr& appearance, const kiv::String& category) {
-                announced.append(QString::fromStdString(appearance->GetId() + " " + category));
-            });
-    rightClickRow(*browser, 3);
-    choose("addFavorite");
-    auto* dialog = openDialog<CFavoriteCategoryDlg>();
-    QVERIFY(dialog);
-    QCOMPARE(dialog->GetSelectedType(), QString("Wood"));
-    press(dialog, QDialogButtonBox::Ok);
-    QCOMPARE(announced, QStringList("d Wood"));
-}
-
-void TestBrowserMenus::treeMenuExpandsAndCollapses()
-{
-    const auto browser = browserOf("Customer Library");
-    QTreeWidget* tree = browser->GetTreeWidget();
-    rightClick(tree, QPoint(30, 10));
-    QCOMPARE(offered(openMenu()), QStringList({"Expand All", "Collapse All"}));
-    choose("Expand All");
-    QVERIFY(TreeItem(*browser, "Wood/Hard/Rare")->isExpanded());
-    rightClick(tree, QPoint(30, 10));
-    choose("Collapse All");
-    QVERIFY(!tree->topLevelItem(0)->isExpanded());
-}
-
-void TestBrowserMenus::libraryIsAskedFor()
-{
-    m_fixture.manager.AddUserAppearanceLibrary(m_fixture.MakeLibrary("Customer Library", BrowserFixture::Samples()));
-    const auto browser = browserOf("System Library");
-    QStringList announced;
-    connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnMaterialLibraryChange,
-            [&](const kiv::String& name) { announced.append(QString::fromStdString(name)); });
-    for (const int entry : {1, 0}) {
-        rightClick(browser->GetTreeWidget(), QPoint(30, 10));
-        choose("Choose Library...");
-        auto* dialog = openDialog<CChooseLibraryDlg>();
-        QVERIFY(dialog);
-        auto* combo = dialog->findChild<QComboBox*>();
-        QCOMPARE(combo->itemText(entry), QString(entry ? "System Library" : "Customer Library"));
-        combo->setCurrentIndex(entry);
-        press(dialog, QDialogButtonBox::Ok);
-    }
-    QCOMPARE(announced, QStringList("System Library"));
-    QCOMPARE(browser->GetCurrentLibrary()->GetName(), std::string("Customer Library"));
-    m_fixture.manager.DeleteUserAppearanceLibrary("Customer Library");
-}
-
-void TestBrowserMenus::buttonsAnnounceTheCloud()
-{
-    CAppearanceLibraryBrowserCtrl browser(m_fixture.manager, nullptr, nullptr, true);
-    browser.show();
-    QSignalSpy collected(&browser, &CAppearanceLibraryBrowserCtrl::OnAddFavoriteTextures);
-    QSignalSpy synchronized(&browser, &CAppearanceLibraryBrowserCtrl::OnSynchronizedCloud);
-    for (auto* button : browser.findChildren<QToolButton*>())
-        QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(collected.size(), 1);
-    QCOMPARE(synchronized.size(), 1);
-    browser.ShowCollectAndSynchBtn(false);
-    for (const auto* button : browser.findChildren<QToolButton*>())
-        QVERIFY(!button->isVisible());
-}
-
-void TestBrowserMenus::chooserForms()
-{
-    CChooseTypeDlg types(nullptr);
-    QCOMPARE(types.windowTitle(), QString("转换材质类型"));
-    const auto* combo = types.findChild<QComboBox*>();
-    QCOMPARE(combo->count(), 13);
-    QCOMPARE(combo->itemData(3).toString(), QString("Metal"));
-    types.SetTypeName("Glass");
-    types.SetTypeName("Leather");
-    QCOMPARE(types.GetTypeName(), QString("Glass"));
-    CChooseLibraryDlg libraries(m_fixture.manager, nullptr);
-    QCOMPARE(libraries.windowTitle(), QString("选择材质库"));
-    QCOMPARE(libraries.GetLibraryName(), std::string("System Library"));
-    for (const QDialog* dialog : {static_cast<QDialog*>(&types), static_cast<QDialog*>(&libraries)}) {
-        QCOMPARE(dialog->size(), QSize(255, 119));
-        const auto* label = dialog->findChild<QLabel*>();
-        label->ensurePolished();
-        QVERIFY(QFontMetrics(label->font()).horizontalAdvance(label->text()) <= label->width());
-    }
-}
-
-void TestBrowserMenus::favouriteCategoryForm()
-{
-    CFavoriteCategoryDlg dialog("Leather", nullptr);
-    dialog.show();
-    QCOMPARE(dialog.size(), QSize(370, 160));
-    QCOMPARE(dialog.GetSelectedType(), QString("Other"));
-    auto* group = dialog.findChild<QButtonGroup*>();
-    QCOMPARE(group->buttons().size(), 14);
-    QCOMPARE(group->button(12)->y(), group->button(13)->y());
-    QTest::mouseClick(group->button(10), Qt::LeftButton, {}, QPoint(8, group->button(10)->height() / 2));
-    QCOMPARE(dialog.GetSelectedType(), QString("TilesPlain"));
-    dialog.SetSelectedType("Ceiling");
-    dialog.UncheckAll();
-    QCOMPARE(group->checkedId(), 2);
-}
 
 MATERIAL_TEST_MAIN(TestBrowserMenus)
 #include "TestBrowserMenus.moc"

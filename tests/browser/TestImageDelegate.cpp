@@ -1,6 +1,7 @@
 // What picture cells look like, pixel by pixel, and that no file of whatever kind holds them up.
 #include "BrowserFixture.h"
 #include "MaterialTest.h"
+#include "TestFiles.h"
 
 #include <ImageDelegate.h>
 
@@ -68,189 +69,162 @@ class TestImageDelegate : public MaterialTest {
     Q_OBJECT
 
 private slots:
-    void textureShowsItsMiddleNinth_data();
-    void textureShowsItsMiddleNinth();
-    void colourFillsTheCell();
-    void cloudMarkLiesInTheCorner();
-    void pictureIsDrawnAsItIs();
-    void hostileFileIsAnEmptyPicture_data();
-    void hostileFileIsAnEmptyPicture();
-    void changedFileIsReadAgain();
-    void destroyedTableIsNotTold();
-    void scrolledAwayIsDropped();
+    void textureShowsItsMiddleNinth()
+    {
+        for (const auto& [picture, width] : {std::pair(QSize(512, 512), 64), {QSize(301, 77), 63}, {QSize(2, 3), 41}}) {
+            const QString file = path(QString("noise%1.png").arg(width));
+            noise(picture.width(), picture.height(), 7).save(file);
+            const auto browser = browserWith(file);
+            browser->GetTableWidget()->setColumnWidth(0, width);
+            const Cell cell(*browser);
+            QCOMPARE(browser->GetTableWidget()->item(0, 0)->data(255).toString(), file);
+            QTRY_COMPARE(cell.grab(), cell.expected([&, shown = file](QPainter& painter, const QRect& rect) {
+                drawTexture(painter, rect, shown);
+            }));
+        }
+    }
+
+    void colourFillsTheCell()
+    {
+        const auto browser = browserWith("");
+        m_library->FindInstance("1000")->SetDiffuse({1, 0.5F, 0, 0.25F});
+        const Cell cell(*browser);
+        QCOMPARE(cell.grab(), cell.expected(drawNothing));
+        QCOMPARE(browser->GetTableWidget()->item(0, 0)->background().color(), QColor(255, 127, 0, 63));
+    }
+
+    void cloudMarkLiesInTheCorner()
+    {
+        const auto browser = browserWith("");
+        m_library->FindInstance("1000")->SetCloudFlag(true);
+        QVERIFY(browser->ModifyTableWidgetItemCloud(m_library->FindInstance("1000")));
+        const Cell cell(*browser);
+        const QPixmap cloud(":/Resources/Cloud.png");
+        QCOMPARE(cloud.size(), QSize(16, 16));
+        QCOMPARE(cell.grab(), cell.expected([&](QPainter& painter, const QRect& rect) {
+            painter.drawPixmap(rect.right() - 15, rect.bottom() - 15, cloud);
+        }));
+    }
+
+    void pictureIsDrawnAsItIs()
+    {
+        const QString small = path("small.png");
+        const QString large = path("large.png");
+        noise(20, 11, 3).save(small);
+        noise(201, 150, 4).save(large);
+        const auto browser = browserWith(large);
+        const Cell cell(*browser);
+        for (const QString& file : {small, large}) {
+            browser->GetTableWidget()->item(0, 0)->setData(511, file);
+            const QPixmap picture(file);
+            QTRY_COMPARE(cell.grab(), cell.expected([&](QPainter& painter, const QRect& rect) {
+                painter.drawPixmap(rect.width() / 2 - picture.width() / 2, rect.height() / 2 - picture.height() / 2,
+                                   picture);
+            }));
+        }
+    }
+
+    void hostileFileIsAnEmptyPicture_data()
+    {
+        const auto row = testColumns<QString>("file");
+        row("absent", path("absent.png"));
+        row("folder", m_fixture.files.path(""));
+        row("device", "/dev/zero");
+        const QString pipe = path("pipe.png");
+        mkfifo(qPrintable(pipe), 0600);
+        row("pipe", pipe);
+        row("page", writeFile(path("page.png"), "<html><body>Not found</body></html>"));
+        // The header of a picture of 30,000 x 30,000 pixels, which would take 3.6 GB.
+        const char* const header = "89504e470d0a1a0a0000000d49484452000075300000753008060000006627f8ba";
+        row("bomb", writeFile(path("bomb.png"), QByteArray::fromHex(header)));
+    }
+
+    void hostileFileIsAnEmptyPicture()
+    {
+        QFETCH(QString, file);
+        const auto browser = browserWith(file);
+        const Cell cell(*browser);
+        QTRY_COMPARE(cell.grab(), cell.expected(drawNothing));
+        // Known to be no picture now: the cell is empty at once, not waiting again.
+        QCOMPARE(cell.grab(), cell.expected(drawNothing));
+    }
+
+    void changedFileIsReadAgain()
+    {
+        const QString file = path("changing.png");
+        noise(64, 64, 1).save(file);
+        const auto browser = browserWith(file);
+        const Cell cell(*browser);
+        const auto draw = [&](QPainter& painter, const QRect& rect) { drawTexture(painter, rect, file); };
+        QTRY_COMPARE(cell.grab(), cell.expected(draw));
+        noise(80, 64, 2).save(file);
+        QVERIFY(browser->SetTableWidgetIcon(m_library->FindInstance("1000")));
+        QTRY_COMPARE(cell.grab(), cell.expected(draw));
+        QFile::remove(file);
+        QVERIFY(browser->SetTableWidgetIcon(m_library->FindInstance("1000")));
+        QTRY_COMPARE(cell.grab(), cell.expected(drawNothing));
+    }
+
+    void destroyedTableIsNotTold()
+    {
+        const QString file = path("slow%1.png");
+        for (int i = 0; i < 6; ++i)
+            noise(700, 700, quint32(i)).save(file.arg(1000 + i));
+        auto browser = browserWith(file, 6);
+        browser->GetTableWidget()->viewport()->grab();
+        browser.reset();
+        // The thumbnails that were asked for arrive or are dropped; another browser's still come.
+        browser = browserWith(file, 6);
+        const Cell cell(*browser);
+        QTRY_COMPARE(cell.grab(), cell.expected([&](QPainter& painter, const QRect& rect) {
+            drawTexture(painter, rect, file.arg(1000));
+        }));
+    }
+
+    void scrolledAwayIsDropped()
+    {
+        const QString file = path("many%1.png");
+        for (int i = 0; i < 300; ++i)
+            noise(8, 8, quint32(i)).save(file.arg(1000 + i));
+        ImageDelegate delegate;
+        const auto browser = browserWith(file, 300);
+        QTableWidget* table = browser->GetTableWidget();
+        table->setItemDelegateForColumn(0, &delegate);
+        for (int row = 0; row < 300; row += 3) {
+            table->scrollToItem(table->item(row, 0), QAbstractItemView::PositionAtTop);
+            table->viewport()->grab();
+        }
+        table->scrollToBottom();
+        const Cell last(*browser, 299);
+        QTRY_COMPARE(last.grab(), last.expected([&](QPainter& painter, const QRect& rect) {
+            drawTexture(painter, rect, file.arg(1299));
+        }));
+        // What was scrolled away before its turn was never decoded.
+        const ThumbnailKey passed{ThumbnailKey::MiddleNinth, file.arg(1150), last.rect().size()};
+        QVERIFY(!delegate.Thumbnails().Find(passed, table, table->model()->index(150, 0)));
+    }
 
 private:
-    QString path(const QString& name) const { return m_fixture.folder.filePath(name); }
-    std::unique_ptr<CAppearanceLibraryBrowserCtrl> browserWith(const QString& file, int count = 1);
+    QString path(const QString& name) const { return m_fixture.files.path(name); }
+    std::unique_ptr<CAppearanceLibraryBrowserCtrl> browserWith(const QString& file, int count = 1)
+    {
+        QList<BrowserFixture::Sample> samples;
+        for (int i = 0; i < count; ++i)
+            samples.append({QString::number(1000 + i), "Sample", "Stone", ""});
+        m_library = m_fixture.MakeLibrary("Customer Library", samples);
+        for (const auto& entry : *m_library) {
+            const QString own = count == 1 ? file : file.arg(QString::fromStdString(entry.first));
+            entry.second->SetUseDiffuseTexture(true);
+            entry.second->GetDiffuseTexture()->SetTextureFile(own.toLocal8Bit().toStdString());
+        }
+        auto browser = m_fixture.MakeBrowser();
+        browser->AddLibrary(m_library);
+        return browser;
+    }
 
     BrowserFixture m_fixture;
     kiv::CAppearanceLibraryPtr m_library;
 };
-
-std::unique_ptr<CAppearanceLibraryBrowserCtrl> TestImageDelegate::browserWith(const QString& file, int count)
-{
-    QList<BrowserFixture::Sample> samples;
-    for (int i = 0; i < count; ++i)
-        samples.append({QString::number(1000 + i), "Sample", "Stone", ""});
-    m_library = m_fixture.MakeLibrary("Customer Library", samples);
-    for (const auto& entry : *m_library) {
-        const QString own = count == 1 ? file : file.arg(QString::fromStdString(entry.first));
-        entry.second->SetUseDiffuseTexture(true);
-        entry.second->GetDiffuseTexture()->SetTextureFile(own.toLocal8Bit().toStdString());
-    }
-    auto browser = m_fixture.MakeBrowser();
-    browser->AddLibrary(m_library);
-    return browser;
-}
-
-void TestImageDelegate::textureShowsItsMiddleNinth_data()
-{
-    QTest::addColumn<QSize>("picture");
-    QTest::addColumn<int>("width");
-    QTest::newRow("larger") << QSize(512, 512) << 64;
-    QTest::newRow("odd") << QSize(301, 77) << 63;
-    QTest::newRow("tiny") << QSize(2, 3) << 41;
-}
-
-void TestImageDelegate::textureShowsItsMiddleNinth()
-{
-    QFETCH(QSize, picture);
-    QFETCH(int, width);
-    const QString file = path(QString("noise%1.png").arg(width));
-    noise(picture.width(), picture.height(), 7).save(file);
-    const auto browser = browserWith(file);
-    browser->GetTableWidget()->setColumnWidth(0, width);
-    const Cell cell(*browser);
-    QCOMPARE(browser->GetTableWidget()->item(0, 0)->data(255).toString(), file);
-    const QImage expected =
-        cell.expected([&](QPainter& painter, const QRect& rect) { drawTexture(painter, rect, file); });
-    QTRY_COMPARE(cell.grab(), expected);
-}
-
-void TestImageDelegate::colourFillsTheCell()
-{
-    const auto browser = browserWith("");
-    m_library->FindInstance("1000")->SetDiffuse({1, 0.5F, 0, 0.25F});
-    const Cell cell(*browser);
-    QCOMPARE(cell.grab(), cell.expected(drawNothing));
-    QCOMPARE(browser->GetTableWidget()->item(0, 0)->background().color(), QColor(255, 127, 0, 63));
-}
-
-void TestImageDelegate::cloudMarkLiesInTheCorner()
-{
-    const auto browser = browserWith("");
-    m_library->FindInstance("1000")->SetCloudFlag(true);
-    QVERIFY(browser->ModifyTableWidgetItemCloud(m_library->FindInstance("1000")));
-    const Cell cell(*browser);
-    const QPixmap cloud(":/Resources/Cloud.png");
-    QCOMPARE(cloud.size(), QSize(16, 16));
-    QCOMPARE(cell.grab(), cell.expected([&](QPainter& painter, const QRect& rect) {
-        painter.drawPixmap(rect.right() - 15, rect.bottom() - 15, cloud);
-    }));
-}
-
-void TestImageDelegate::pictureIsDrawnAsItIs()
-{
-    const QString small = path("small.png");
-    const QString large = path("large.png");
-    noise(20, 11, 3).save(small);
-    noise(201, 150, 4).save(large);
-    const auto browser = browserWith(large);
-    const Cell cell(*browser);
-    for (const QString& file : {small, large}) {
-        browser->GetTableWidget()->item(0, 0)->setData(511, file);
-        const QPixmap picture(file);
-        QTRY_COMPARE(cell.grab(), cell.expected([&](QPainter& painter, const QRect& rect) {
-            painter.drawPixmap(rect.width() / 2 - picture.width() / 2, rect.height() / 2 - picture.height() / 2,
-                               picture);
-        }));
-    }
-}
-
-void TestImageDelegate::hostileFileIsAnEmptyPicture_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("absent") << path("absent.png");
-    QTest::newRow("folder") << m_fixture.folder.path();
-    QTest::newRow("device") << "/dev/zero";
-    const QString pipe = path("pipe.png");
-    mkfifo(qPrintable(pipe), 0600);
-    QTest::newRow("pipe") << pipe;
-    QFile page(path("page.png"));
-    QVERIFY(page.open(QIODevice::WriteOnly));
-    page.write("<html><body>Not found</body></html>");
-    QTest::newRow("page") << page.fileName();
-    // The header of a picture of 30,000 x 30,000 pixels, which would take 3.6 GB.
-    QFile bomb(path("bomb.png"));
-    QVERIFY(bomb.open(QIODevice::WriteOnly));
-    bomb.write(QByteArray::fromHex("89504e470d0a1a0a0000000d49484452000075300000753008060000006627f8ba"));
-    QTest::newRow("bomb") << bomb.fileName();
-}
-
-void TestImageDelegate::hostileFileIsAnEmptyPicture()
-{
-    QFETCH(QString, file);
-    const auto browser = browserWith(file);
-    const Cell cell(*browser);
-    QTRY_COMPARE(cell.grab(), cell.expected(drawNothing));
-    // Known to be no picture now: the cell is empty at once, not waiting again.
-    QCOMPARE(cell.grab(), cell.expected(drawNothing));
-}
-
-void TestImageDelegate::changedFileIsReadAgain()
-{
-    const QString file = path("changing.png");
-    noise(64, 64, 1).save(file);
-    const auto browser = browserWith(file);
-    const Cell cell(*browser);
-    const auto draw = [&](QPainter& painter, const QRect& rect) { drawTexture(painter, rect, file); };
-    QTRY_COMPARE(cell.grab(), cell.expected(draw));
-    noise(80, 64, 2).save(file);
-    QVERIFY(browser->SetTableWidgetIcon(m_library->FindInstance("1000")));
-    QTRY_COMPARE(cell.grab(), cell.expected(draw));
-    QFile::remove(file);
-    QVERIFY(browser->SetTableWidgetIcon(m_library->FindInstance("1000")));
-    QTRY_COMPARE(cell.grab(), cell.expected(drawNothing));
-}
-
-void TestImageDelegate::destroyedTableIsNotTold()
-{
-    const QString file = path("slow%1.png");
-    for (int i = 0; i < 6; ++i)
-        noise(700, 700, quint32(i)).save(file.arg(1000 + i));
-    auto browser = browserWith(file, 6);
-    browser->GetTableWidget()->viewport()->grab();
-    browser.reset();
-    // The thumbnails that were asked for arrive or are dropped; another browser's still come.
-    browser = browserWith(file, 6);
-    const Cell cell(*browser);
-    QTRY_COMPARE(cell.grab(), cell.expected([&](QPainter& painter, const QRect& rect) {
-        drawTexture(painter, rect, file.arg(1000));
-    }));
-}
-
-void TestImageDelegate::scrolledAwayIsDropped()
-{
-    const QString file = path("many%1.png");
-    for (int i = 0; i < 300; ++i)
-        noise(8, 8, quint32(i)).save(file.arg(1000 + i));
-    ImageDelegate delegate;
-    const auto browser = browserWith(file, 300);
-    QTableWidget* table = browser->GetTableWidget();
-    table->setItemDelegateForColumn(0, &delegate);
-    for (int row = 0; row < 300; row += 3) {
-        table->scrollToItem(table->item(row, 0), QAbstractItemView::PositionAtTop);
-        table->viewport()->grab();
-    }
-    table->scrollToBottom();
-    const Cell last(*browser, 299);
-    QTRY_COMPARE(last.grab(), last.expected([&](QPainter& painter, const QRect& rect) {
-        drawTexture(painter, rect, file.arg(1299));
-    }));
-    // What was scrolled away before its turn was never decoded.
-    const ThumbnailKey passed{ThumbnailKey::MiddleNinth, file.arg(1150), last.rect().size()};
-    QVERIFY(!delegate.Thumbnails().Find(passed, table, table->model()->index(150, 0)));
-}
 
 MATERIAL_TEST_MAIN(TestImageDelegate)
 #include "TestImageDelegate.moc"
