@@ -18,5 +18,5 @@ struct PreviewScene {
     kiv::CSkybox::Faces sky;  ///< back, front, left, right, top, bottom
     QImage panorama;          ///< the same sky, for who takes light from panoramas only
     int samples = 4;          ///< a pixel
-    float anisotropy = 4;
+    float anisotropy = 4;     ///< as the viewer has it on a graphics card
 };

@@ -115,6 +115,7 @@ struct VtkPreview::Private {
         actor->SetMapper(mapper);
         vtkProperty* property = actor->GetProperty();
         property->SetInterpolationToPBR();
+        property->BackfaceCullingOn();
         property->SetMetallic(0);
         property->SetRoughness(double(scene.roughness));
         property->SetBaseIOR(double(scene.ior));

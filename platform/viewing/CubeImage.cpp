@@ -1,6 +1,7 @@
 #include "CubeImage.h"
 
 #include "ParallelFor.h"
+#include "Srgb.h"
 
 #include <cmath>
 
@@ -13,10 +14,8 @@ using Decoding = std::array<float, 256>;
 Decoding makeDecoding()
 {
     Decoding decoding;
-    for (std::size_t i = 0; i < decoding.size(); ++i) {
-        const double value = static_cast<double>(i) / 255;
-        decoding[i] = static_cast<float>(value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4));
-    }
+    for (std::size_t i = 0; i < decoding.size(); ++i)
+        decoding[i] = static_cast<float>(DecodeSrgb(static_cast<double>(i) / 255));
     return decoding;
 }
 

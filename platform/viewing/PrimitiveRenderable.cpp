@@ -3,6 +3,7 @@
 #include <kiv/VectorMath.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace kiv {
 
@@ -17,30 +18,42 @@ CPrimitiveRenderable::CPrimitiveRenderable(int primitiveType, int textureChannel
 {
 }
 
+void CPrimitiveRenderable::change()
+{
+    static std::atomic<std::uint64_t> last{0};
+    m_revision = ++last;
+}
+
 void CPrimitiveRenderable::SetVertexArray(std::vector<CVec3<float>> vertices)
 {
     m_vertices = std::move(vertices);
+    change();
 }
 
 void CPrimitiveRenderable::SetNormalArray(std::vector<CVec3<float>> normals)
 {
     m_normals = std::move(normals);
+    change();
 }
 
 void CPrimitiveRenderable::SetTextureArray(int channel, std::vector<CVec2<float>> coordinates)
 {
-    if (channel >= 0 && channel < GetTextureChannels())
-        m_textureArrays[std::size_t(channel)] = std::move(coordinates);
+    if (channel < 0 || channel >= GetTextureChannels())
+        return;
+    m_textureArrays[std::size_t(channel)] = std::move(coordinates);
+    change();
 }
 
 void CPrimitiveRenderable::SetTangentArray(std::vector<CVec4<float>> tangents)
 {
     m_tangents = std::move(tangents);
+    change();
 }
 
 void CPrimitiveRenderable::SetIndexArray(std::vector<unsigned> indices)
 {
     m_indices = std::move(indices);
+    change();
 }
 
 void CPrimitiveRenderable::SetMesh(const CTriangleMesh& mesh)
@@ -50,6 +63,7 @@ void CPrimitiveRenderable::SetMesh(const CTriangleMesh& mesh)
     std::fill(m_textureArrays.begin(), m_textureArrays.end(), mesh.textureCoordinates);
     m_tangents.clear();
     m_indices = mesh.indices;
+    change();
 }
 
 bool CPrimitiveRenderable::IsDrawable() const

@@ -1,5 +1,7 @@
 #include "TextureMips.h"
 
+#include "Srgb.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -19,14 +21,12 @@ struct Tables {
     Tables()
     {
         for (int i = 0; i < 256; ++i) {
-            const double c = i / 255.0;
-            const double light = c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+            const double light = DecodeSrgb(i / 255.0);
             linear[std::size_t(i)] = std::uint16_t(std::lround(light * 65535 / 4));  // four of them fit into 16 bits
         }
         for (int i = 0; i < LinearSteps; ++i) {
             const double light = (i + 0.5) / LinearSteps;
-            const double c = light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
-            srgb[std::size_t(i)] = static_cast<unsigned char>(std::lround(c * 255));
+            srgb[std::size_t(i)] = static_cast<unsigned char>(std::lround(EncodeSrgb(light) * 255));
         }
     }
 };

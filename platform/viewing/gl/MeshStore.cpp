@@ -1,5 +1,6 @@
 #include "MeshStore.h"
 
+#include "../ClosedSurface.h"
 #include "RenderDevice.h"
 
 namespace kiv {
@@ -44,9 +45,19 @@ std::vector<Corner> cornersOf(const CPrimitiveRenderable& renderable)
     return corners;
 }
 
+CMeshStore::Facts factsOf(const CPrimitiveRenderable& renderable)
+{
+    CMeshStore::Facts facts;
+    facts.isDrawable = renderable.IsDrawable();
+    facts.isClosed = IsClosedSurface(renderable);
+    renderable.GetBounds(facts.low, facts.high);
+    return facts;
+}
+
 void fill(QOpenGLBuffer& buffer, const void* data, std::size_t bytes)
 {
-    buffer.create();
+    if (!buffer.isCreated())
+        buffer.create();
     buffer.bind();
     buffer.allocate(data, int(bytes));
 }
@@ -56,10 +67,14 @@ void fill(QOpenGLBuffer& buffer, const void* data, std::size_t bytes)
 CMeshStore::Mesh& CMeshStore::meshOf(const CPrimitiveRenderablePtr& renderable)
 {
     Mesh& mesh = m_meshes[renderable.get()];
-    if (mesh.source.lock() == renderable)
+    if (mesh.source.lock() == renderable && mesh.revision == renderable->GetRevision())
+        return mesh;
+    mesh.source = renderable;
+    mesh.revision = renderable->GetRevision();
+    mesh.facts = factsOf(*renderable);
+    if (!mesh.facts.isDrawable)
         return mesh;
     const std::vector<Corner> corners = cornersOf(*renderable);
-    mesh.source = renderable;
     mesh.indexCount = int(renderable->GetIndexArray().size());
     fill(mesh.vertices, corners.data(), corners.size() * sizeof(Corner));
     fill(mesh.indices, renderable->GetIndexArray().data(), std::size_t(mesh.indexCount) * sizeof(unsigned));
@@ -68,9 +83,9 @@ CMeshStore::Mesh& CMeshStore::meshOf(const CPrimitiveRenderablePtr& renderable)
 
 void CMeshStore::Draw(const CPrimitiveRenderablePtr& renderable)
 {
-    if (!renderable->IsDrawable())
-        return;
     Mesh& mesh = meshOf(renderable);
+    if (!mesh.facts.isDrawable)
+        return;
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     mesh.vertices.bind();
     mesh.indices.bind();

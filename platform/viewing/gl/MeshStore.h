@@ -23,8 +23,18 @@ enum EnAttribute {
 /// Geometry in the memory of the graphics card, one copy for each renderable.
 class CMeshStore {
 public:
+    /// What is found out once for each content of a renderable.
+    struct Facts {
+        bool isDrawable = false;
+        bool isClosed = false;  ///< see IsClosedSurface
+        CVec3<float> low;
+        CVec3<float> high;
+    };
+
     explicit CMeshStore(CRenderDevice& device) : m_device(device) {}
 
+    /// Valid until the renderable changes or is pruned.
+    const Facts& FactsOf(const CPrimitiveRenderablePtr& renderable) { return meshOf(renderable).facts; }
     /// Draws the renderable with the program in use. Nothing for one that is not drawable.
     void Draw(const CPrimitiveRenderablePtr& renderable);
     /// Forgets what nobody holds any more.
@@ -36,6 +46,8 @@ private:
         QOpenGLBuffer vertices{QOpenGLBuffer::VertexBuffer};
         QOpenGLBuffer indices{QOpenGLBuffer::IndexBuffer};
         int indexCount = 0;
+        std::uint64_t revision = 0;
+        Facts facts;
     };
 
     Mesh& meshOf(const CPrimitiveRenderablePtr& renderable);

@@ -49,6 +49,19 @@ std::string keyOf(const CStateSet& stateSet)
     return key.empty() ? Plain : key;
 }
 
+QByteArray definitions(unsigned features)
+{
+    constexpr std::pair<unsigned, const char*> names[] = {{HasBaseTexture, "HAS_BASE_TEXTURE"},
+                                                          {HasRelief, "HAS_RELIEF"},
+                                                          {HasSky, "HAS_SKY"},
+                                                          {MirrorsSky, "MIRRORS_SKY"},
+                                                          {RefractsSky, "REFRACTS_SKY"}};
+    QByteArray text;
+    for (const auto& [feature, name] : names)
+        text += features & feature ? QByteArray("#define ") + name + "\n" : QByteArray();
+    return text;
+}
+
 QByteArray fragmentText(const std::string& parts)
 {
     QByteArray text = textOf("inputs.glsl") + textOf("terms.glsl") + textOf("environment.glsl");
@@ -118,25 +131,33 @@ CLinkedProgram* CProgramStore::use(const Entry& entry)
     return entry.linked.get();
 }
 
-CLinkedProgram* CProgramStore::surfaceProgram(const std::string& parts, QByteArray (*fragment)(const std::string&))
+CLinkedProgram* CProgramStore::surfaceProgram(const std::string& parts, unsigned features,
+                                              QByteArray (*fragment)(const std::string&))
 {
-    auto known = m_programs.find(parts);
+    const std::string key = parts + '\0' + std::to_string(features);
+    auto known = m_programs.find(key);
     if (known == m_programs.end()) {
-        Entry entry = link(header() + textOf("surface.vert"), header() + fragment(parts), parts);
-        known = m_programs.emplace(parts, std::move(entry)).first;
+        const QByteArray start = header() + definitions(features);
+        Entry entry = link(start + textOf("surface.vert"), start + fragment(parts), parts);
+        known = m_programs.emplace(key, std::move(entry)).first;
     }
     return use(known->second);
 }
 
-CLinkedProgram* CProgramStore::SurfaceProgram(const CStateSet& stateSet)
+CLinkedProgram* CProgramStore::SurfaceProgram(const CStateSet& stateSet, unsigned features)
 {
-    CLinkedProgram* program = surfaceProgram(keyOf(stateSet), fragmentText);
-    return program ? program : surfaceProgram(Plain, fragmentText);
+    const std::string parts = keyOf(stateSet);
+    // Nothing but its texture matters to what is not shaded.
+    const auto program = [&](const std::string& of) {
+        return surfaceProgram(of, of == Plain ? features & HasBaseTexture : features, fragmentText);
+    };
+    CLinkedProgram* own = program(parts);
+    return own ? own : program(Plain);
 }
 
 CLinkedProgram* CProgramStore::DepthProgram()
 {
-    return surfaceProgram("depth only", [](const std::string&) { return QByteArray("void main()\n{\n}\n"); });
+    return surfaceProgram("depth only", 0, [](const std::string&) { return QByteArray("void main()\n{\n}\n"); });
 }
 
 CLinkedProgram* CProgramStore::Link(const CShaderProgram& program)

@@ -11,6 +11,16 @@
 
 namespace kiv {
 
+/// What a surface's program has to do. Told to the shaders by #define, since a software renderer computes both sides of
+/// each branch.
+enum EnSurfaceFeature : unsigned {
+    HasBaseTexture = 1,
+    HasRelief = 2,    ///< a normal map
+    HasSky = 4,       ///< the sky lights it
+    MirrorsSky = 8,   ///< sharply, if it lights at all
+    RefractsSky = 16  ///< nothing but the sky lies behind it
+};
+
 /// A linked program with the places of its uniforms.
 class CLinkedProgram {
 public:
@@ -28,9 +38,10 @@ class CProgramStore {
 public:
     /// Forgets the reason, and all programs when the program manager has unloaded them.
     void BeginFrame();
-    /// The program of a surface: its parts one after the other, or the plain colour for an unshaded one. Where none of
-    /// the parts is known or the text does not compile, the plain colour too; of the latter the reason is kept.
-    CLinkedProgram* SurfaceProgram(const CStateSet& stateSet);
+    /// The program of a surface with the features: its parts one after the other, or the plain colour for an unshaded
+    /// one. Where none of the parts is known or the text does not compile, the plain colour too; of the latter the
+    /// reason is kept.
+    CLinkedProgram* SurfaceProgram(const CStateSet& stateSet, unsigned features);
     /// Surfaces without any colour, at exactly the depths of the programs above.
     CLinkedProgram* DepthProgram();
     /// Null when it is not complete or does not compile; the reason is kept.
@@ -45,7 +56,8 @@ private:
         std::string reason;
     };
 
-    CLinkedProgram* surfaceProgram(const std::string& parts, QByteArray (*fragment)(const std::string&));
+    CLinkedProgram* surfaceProgram(const std::string& parts, unsigned features,
+                                   QByteArray (*fragment)(const std::string&));
     /// The program of an entry, and why there is none.
     CLinkedProgram* use(const Entry& entry);
     Entry link(const QByteArray& vertex, const QByteArray& fragment, const std::string& name) const;

@@ -1,5 +1,6 @@
 #include "SceneRenderer.h"
 
+#include "../Srgb.h"
 #include "RenderDevice.h"
 
 #include <QVector3D>
@@ -11,6 +12,9 @@ namespace kiv {
 
 namespace {
 
+// How much farther than its middle the corner of the nearest plane is, for pictures up to 4 times as wide as high.
+constexpr double NearCorner = 2;
+
 enum EnUnit { BaseUnit = 0, BumpUnit = 1, EnvironmentUnit = 2, BrdfUnit = 3 };
 
 QVector3D toQt(const CVec3<double>& v)
@@ -18,14 +22,31 @@ QVector3D toQt(const CVec3<double>& v)
     return {float(v.x), float(v.y), float(v.z)};
 }
 
-float distanceTo(const CPrimitiveRenderable& renderable, const CVec3<double>& eye)
+QVector4D toQt(const CVec4<float>& v)
 {
-    CVec3<float> low;
-    CVec3<float> high;
-    if (!renderable.GetBounds(low, high))
-        return 0;
-    const QVector3D centre((low.x + high.x) / 2, (low.y + high.y) / 2, (low.z + high.z) / 2);
+    return {v.x, v.y, v.z, v.w};
+}
+
+float distanceToCentre(const CMeshStore::Facts& mesh, const CVec3<double>& eye)
+{
+    const QVector3D centre((mesh.low.x + mesh.high.x) / 2, (mesh.low.y + mesh.high.y) / 2,
+                           (mesh.low.z + mesh.high.z) / 2);
     return centre.distanceToPoint(toQt(eye));
+}
+
+bool isWithin(const CMeshStore::Facts& mesh, const CVec3<double>& eye, double margin)
+{
+    const auto is = [margin](double place, double low, double high) {
+        return place > low - margin && place < high + margin;
+    };
+    return is(eye.x, double(mesh.low.x), double(mesh.high.x)) && is(eye.y, double(mesh.low.y), double(mesh.high.y)) &&
+           is(eye.z, double(mesh.low.z), double(mesh.high.z));
+}
+
+// Of a perspective; the other type cuts nothing off.
+double nearOf(const CCamera& camera)
+{
+    return std::max(camera.GetDistance() - 3 * camera.GetFittedRadius(), camera.GetDistance() / 200);
 }
 
 /// Hands a value of a state set to the uniform at its place.
@@ -59,24 +80,33 @@ const std::vector<CDefault>& defaults()
         {"roughness", 0.5F},
         {"metallic", 0.0F},
         {"ior", 1.5F},
-        {"useBaseTexture", false},
         {"baseTrf", CMatrix3<float>()},
-        {"enableBump", false},
         {"bumpTrf", CMatrix3<float>()},
         {"bumpStrength", 1.0F},
         {"lightColor", CVec4<float>(1, 1, 1, 1)},
         {"lightPower", 0.0F},
-        {"enableIBL", true},
         {"shininess", 0.25F},
         {"specularColor", CVec4<float>(0.2F, 0.2F, 0.2F, 1)},
     };
     return values;
 }
 
+CVec4<float> linearLight(const CVec4<float>& color)
+{
+    const auto decode = [](float value) { return float(DecodeSrgb(std::clamp(double(value), 0.0, 1.0))); };
+    return {decode(color.x), decode(color.y), decode(color.z), color.w};
+}
+
 void write(CLinkedProgram& program, const std::string& name, const CStateSet::Uniform& value)
 {
     const int location = program.LocationOf(name);
-    if (location >= 0)
+    if (location < 0)
+        return;
+    // The name says that it is a colour of a document; shaders have linear light only.
+    const auto* color = std::get_if<CVec4<float>>(&value);
+    if (color && QByteArray::fromStdString(name).endsWith("Color"))
+        program.Get().setUniformValue(location, toQt(linearLight(*color)));
+    else
         std::visit(CUniformWriter{program.Get(), location}, value);
 }
 
@@ -101,7 +131,7 @@ QMatrix4x4 ViewProjection(const CCamera& camera, double aspect)
 {
     const double distance = camera.GetDistance();
     const double radius = camera.GetFittedRadius();
-    const double near = std::max(distance - 3 * radius, distance / 200);
+    const double near = nearOf(camera);
     const double far = distance + 20 * radius;
     QMatrix4x4 projection;
     const double half = std::tan(CCamera::FieldOfView / 2);
@@ -123,6 +153,7 @@ void CSceneRenderer::Draw(const CFrame& frame)
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     m_reason.clear();
     m_eye = frame.camera.GetEye();
+    m_near = frame.camera.GetType() == CCamera::Orthographic ? 0 : nearOf(frame.camera);
     m_viewProjection = ViewProjection(frame.camera, frame.aspect);
     auto* pass = dynamic_cast<CRenderScenePass*>(frame.passes.Find("kiv_main_pass"));
     const auto environment = pass ? pass->GetPoolRenderer().GetEnvironment() : nullptr;
@@ -133,7 +164,7 @@ void CSceneRenderer::Draw(const CFrame& frame)
 
     m_opaque.clear();
     m_transparent.clear();
-    collect(*frame.scene.GetRoot(), nullptr, m_eye);
+    collect(*frame.scene.GetRoot(), nullptr);
     std::stable_sort(m_transparent.begin(), m_transparent.end(),
                      [](const Item& a, const Item& b) { return a.distance > b.distance; });
 
@@ -147,10 +178,13 @@ void CSceneRenderer::Draw(const CFrame& frame)
     gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);  // the frame itself stays opaque
     gl.glEnable(GL_DEPTH_TEST);
     gl.glDepthFunc(GL_LEQUAL);
-    gl.glDisable(GL_CULL_FACE);
+    gl.glDisable(GL_BLEND);
     drawDepths();
-    for (const Item& item : m_opaque)
+    for (const Item& item : m_opaque) {
+        setCulling(item);
         drawItem(item, frame);
+    }
+    gl.glDisable(GL_CULL_FACE);
     drawSky(frame);
     drawTransparent(frame);
     m_device.GetMeshes().Prune();
@@ -160,16 +194,35 @@ void CSceneRenderer::Draw(const CFrame& frame)
         m_reason = m_device.GetTextures().GetReason();
 }
 
-void CSceneRenderer::collect(const CVisualNode& node, const CStateSet* inherited, const CVec3<double>& eye)
+void CSceneRenderer::collect(const CVisualNode& node, const CStateSet* inherited)
 {
     const CStateSet* stateSet = node.GetStateSet() ? node.GetStateSet() : inherited;
     if (node.GetRenderable()) {
         const CStateSet* used = stateSet ? stateSet : m_fallback.get();
         auto& items = used->IsTransparent() ? m_transparent : m_opaque;
-        items.push_back({node.GetRenderable(), used, distanceTo(*node.GetRenderable(), eye)});
+        items.push_back(itemOf(node.GetRenderable(), used));
     }
     for (const CVisualNodePtr& child : node.GetChildren())
-        collect(*child, stateSet, eye);
+        collect(*child, stateSet);
+}
+
+CSceneRenderer::Item CSceneRenderer::itemOf(const CPrimitiveRenderablePtr& renderable, const CStateSet* stateSet)
+{
+    const CMeshStore::Facts& mesh = m_device.GetMeshes().FactsOf(renderable);
+    // A body that the eye is in, or that is cut open in front of it, shows its inside.
+    const bool isClosed = mesh.isClosed && !isWithin(mesh, m_eye, m_near * NearCorner);
+    return {renderable, stateSet, distanceToCentre(mesh, m_eye), isClosed};
+}
+
+// The far side of a closed body is never seen.
+void CSceneRenderer::setCulling(const Item& item)
+{
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    gl.glCullFace(GL_BACK);
+    if (item.isClosed)
+        gl.glEnable(GL_CULL_FACE);
+    else
+        gl.glDisable(GL_CULL_FACE);
 }
 
 // Several bodies hide one another, and a pixel's light costs far more than its depth.
@@ -181,8 +234,10 @@ void CSceneRenderer::drawDepths()
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     gl.glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
     program->Get().setUniformValue(program->LocationOf("mvpMatrix"), m_viewProjection);
-    for (const Item& item : m_opaque)
+    for (const Item& item : m_opaque) {
+        setCulling(item);
         m_device.GetMeshes().Draw(item.renderable);
+    }
     program->Get().release();
     gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
 }
@@ -206,15 +261,37 @@ void CSceneRenderer::drawTransparent(const CFrame& frame)
 
 void CSceneRenderer::drawItem(const Item& item, const CFrame& frame)
 {
-    CLinkedProgram* program = m_device.GetPrograms().SurfaceProgram(*item.stateSet);
+    const unsigned features = bindTextures(*item.stateSet) | skyFeatures(*item.stateSet);
+    CLinkedProgram* program = m_device.GetPrograms().SurfaceProgram(*item.stateSet, features);
     if (!program || !program->Get().bind())
         return;
     write(*program, "eye", CVec3<float>(float(m_eye.x), float(m_eye.y), float(m_eye.z)));
     program->Get().setUniformValue(program->LocationOf("mvpMatrix"), m_viewProjection);
     setMaterial(*program, *item.stateSet);
-    setLight(*program, frame, *item.stateSet);
+    setLight(*program, frame);
     m_device.GetMeshes().Draw(item.renderable);
     program->Get().release();
+}
+
+// Until its picture is there a surface shows its plain colour.
+unsigned CSceneRenderer::bindTextures(const CStateSet& stateSet)
+{
+    const auto bind = [&](unsigned unit, const char* sampler, const char* isWanted) {
+        const auto texture = stateSet.GetTextures().find(sampler);
+        return texture != stateSet.GetTextures().end() && stateSet.Get(isWanted, false) &&
+               m_device.GetTextures().Bind(unit, texture->second);
+    };
+    return (bind(BaseUnit, "baseTexture", "useBaseTexture") ? HasBaseTexture : 0U) |
+           (bind(BumpUnit, "bumpTexture", "enableBump") ? HasRelief : 0U);
+}
+
+unsigned CSceneRenderer::skyFeatures(const CStateSet& stateSet) const
+{
+    if (!m_environment || !stateSet.Get("enableIBL", true))
+        return 0;
+    if (stateSet.IsUsingPreEnvironmentMap())
+        return HasSky | MirrorsSky | RefractsSky;
+    return stateSet.Get("useEnvironmentMap", false) ? HasSky | MirrorsSky : HasSky;
 }
 
 void CSceneRenderer::setMaterial(CLinkedProgram& program, const CStateSet& stateSet)
@@ -225,26 +302,13 @@ void CSceneRenderer::setMaterial(CLinkedProgram& program, const CStateSet& state
         write(program, uniform.first, uniform.second);
     write(program, "baseTexture", int(BaseUnit));
     write(program, "bumpTexture", int(BumpUnit));
-    // Until its picture is there a surface shows its plain colour.
-    const auto bind = [&](unsigned unit, const char* sampler, const char* uniform) {
-        const auto texture = stateSet.GetTextures().find(sampler);
-        const bool bound = texture != stateSet.GetTextures().end() && stateSet.Get(uniform, false) &&
-                           m_device.GetTextures().Bind(unit, texture->second);
-        write(program, uniform, bound);
-    };
-    bind(BaseUnit, "baseTexture", "useBaseTexture");
-    bind(BumpUnit, "bumpTexture", "enableBump");
 }
 
-void CSceneRenderer::setLight(CLinkedProgram& program, const CFrame& frame, const CStateSet& stateSet)
+void CSceneRenderer::setLight(CLinkedProgram& program, const CFrame& frame)
 {
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     CLight* lamp = frame.scene.FindLight("HeadLamp");
     write(program, "lampIntensity", float(lamp ? lamp->GetIntensity() : 0));
-    const bool isPre = stateSet.IsUsingPreEnvironmentMap();
-    write(program, "hasEnvironment", m_environment != nullptr);
-    write(program, "mirrorsSky", isPre || stateSet.Get("useEnvironmentMap", false));
-    write(program, "refractsSky", isPre);
     write(program, "environment", int(EnvironmentUnit));
     write(program, "brdfTable", int(BrdfUnit));
     const unsigned table = m_device.GetSkies().GetBrdfTable();

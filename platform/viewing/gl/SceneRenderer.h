@@ -43,14 +43,19 @@ private:
         CPrimitiveRenderablePtr renderable;
         const CStateSet* stateSet;
         float distance;
+        bool isClosed;  // and seen from outside
     };
 
-    void collect(const CVisualNode& node, const CStateSet* inherited, const CVec3<double>& eye);
+    void collect(const CVisualNode& node, const CStateSet* inherited);
+    Item itemOf(const CPrimitiveRenderablePtr& renderable, const CStateSet* stateSet);
+    void setCulling(const Item& item);
     void drawDepths();
     void drawTransparent(const CFrame& frame);
     void drawItem(const Item& item, const CFrame& frame);
+    unsigned bindTextures(const CStateSet& stateSet);
+    unsigned skyFeatures(const CStateSet& stateSet) const;
     void setMaterial(CLinkedProgram& program, const CStateSet& stateSet);
-    void setLight(CLinkedProgram& program, const CFrame& frame, const CStateSet& stateSet);
+    void setLight(CLinkedProgram& program, const CFrame& frame);
     void drawSky(const CFrame& frame);
 
     CRenderDevice& m_device;
@@ -58,6 +63,7 @@ private:
     std::vector<Item> m_transparent;
     QMatrix4x4 m_viewProjection;
     CVec3<double> m_eye;
+    double m_near = 0;  ///< what is nearer to the eye may be cut off
     const CSkyTextures* m_environment = nullptr;
     GRefPtr<CStateSet> m_fallback = new CStateSet;  ///< for a node without any
     CPrimitiveRenderablePtr m_skyBody;

@@ -1,6 +1,7 @@
 #include "TextureStore.h"
 
 #include "RenderDevice.h"
+#include "SoftwareRenderer.h"
 
 #include <kiv/TextureManager.h>
 
@@ -23,13 +24,6 @@ GLenum wrapOf(EnTextureWrap wrap)
 {
     const auto index = unsigned(wrap);
     return index < 3 ? Wraps[index] : GLenum(GL_REPEAT);
-}
-
-// Mesa's software renderer has the filter, but walks an ellipse of texels for each pixel: a building takes seconds.
-bool isSoftware(QOpenGLExtraFunctions& gl)
-{
-    const QByteArray renderer(reinterpret_cast<const char*>(gl.glGetString(GL_RENDERER)));
-    return renderer.contains("llvmpipe") || renderer.contains("softpipe");
 }
 
 std::vector<CMipLevel> decode(const std::wstring& file, bool isColor, int maxSide)
@@ -55,8 +49,8 @@ private:
 CTextureStore::CTextureStore(CRenderDevice& device) : m_device(device)
 {
     m_pool.setMaxThreadCount(2);
-    if (QOpenGLContext::currentContext()->hasExtension("GL_EXT_texture_filter_anisotropic") &&
-        !isSoftware(device.GetFunctions())) {
+    // Mesa's software renderer has the filter, but walks an ellipse of texels for each pixel: a building takes seconds.
+    if (QOpenGLContext::currentContext()->hasExtension("GL_EXT_texture_filter_anisotropic") && !IsSoftwareRenderer()) {
         device.GetFunctions().glGetFloatv(MaxAnisotropy, &m_anisotropy);
         m_anisotropy = std::min(m_anisotropy, WantedAnisotropy);
     }

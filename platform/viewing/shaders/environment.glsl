@@ -1,9 +1,5 @@
 // Light from the surroundings. Without any, a uniform grey of radiance AMBIENT on all sides.
 
-uniform bool hasEnvironment;
-uniform bool enableIBL;
-uniform bool mirrorsSky;
-uniform bool refractsSky;  // nothing but the sky lies behind
 uniform samplerCube environment;
 uniform float environmentLevels;
 uniform sampler2D brdfTable;
@@ -31,17 +27,21 @@ vec3 skyIrradiance(vec3 direction)
 
 vec3 diffuseLight(vec3 direction)
 {
-    return hasEnvironment && enableIBL ? skyIrradiance(direction) : vec3(AMBIENT);
+#ifdef HAS_SKY
+    return skyIrradiance(direction);
+#else
+    return vec3(AMBIENT);
+#endif
 }
 
 // What a lobe of the roughness receives from around a direction.
 vec3 mirroredLight(vec3 direction, float lobeRoughness)
 {
-    if (!hasEnvironment || !enableIBL)
-        return vec3(AMBIENT);
-    if (!mirrorsSky)
-        return skyIrradiance(direction);
+#if defined(HAS_SKY) && defined(MIRRORS_SKY)
     return textureCubeLod(environment, onCube(direction), lobeRoughness * (environmentLevels - 1.0)).rgb;
+#else
+    return diffuseLight(direction);
+#endif
 }
 
 // Image-based light with the energy that a single bounce loses given back (Fdez-Aguera 2019): white stays white.
@@ -72,5 +72,5 @@ vec3 environmentLightFast(Surface s, vec3 f0)
 
 vec3 ownLight()
 {
-    return decodeSrgb(lightColor.rgb) * max(lightPower, 0.0);
+    return lightColor.rgb * max(lightPower, 0.0);
 }

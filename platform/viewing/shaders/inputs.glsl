@@ -1,22 +1,26 @@
-// What the material and the scene hand over, and the surface point that the parts work on.
+// What the material and the scene hand over, and the surface point that the parts work on. Which of it there is was
+// decided when the program was made (EnSurfaceFeature): a software renderer computes both sides of each branch.
 
 varying vec3 position;
 varying vec3 normal;
+#ifdef HAS_RELIEF
 varying vec4 tangent;
+#endif
+#if defined(HAS_RELIEF) || defined(HAS_BASE_TEXTURE)
 varying vec2 textureCoordinate;
+#endif
 
 uniform vec3 eye;
 uniform float lampIntensity;
 
+// Colours come in linear light.
 uniform vec4 baseColor;
 uniform float alpha;
 uniform float roughness;
 uniform float metallic;
 uniform float ior;
-uniform bool useBaseTexture;
 uniform sampler2D baseTexture;
 uniform mat3 baseTrf;
-uniform bool enableBump;
 uniform sampler2D bumpTexture;
 uniform mat3 bumpTrf;
 uniform float bumpStrength;
@@ -35,12 +39,6 @@ struct Surface {
 
 const float PI = 3.14159265359;
 
-vec3 decodeSrgb(vec3 c)
-{
-    c = clamp(c, 0.0, 1.0);
-    return mix(c / 12.92, pow((c + 0.055) / 1.055, vec3(2.4)), step(0.04045, c));
-}
-
 vec3 encodeSrgb(vec3 c)
 {
     return mix(c * 12.92, 1.055 * pow(c, vec3(1.0 / 2.4)) - 0.055, step(0.0031308, c));
@@ -52,13 +50,16 @@ vec3 toneCurve(vec3 c)
     return mix(c, 1.0 - 0.4 * exp((0.6 - c) / 0.4), step(0.6, c));
 }
 
+#if defined(HAS_RELIEF) || defined(HAS_BASE_TEXTURE)
 vec2 textureAt(mat3 transform)
 {
     vec2 place = (transform * vec3(textureCoordinate, 1.0)).xy;
     // No number, or one so large that nothing is left behind its point, is nowhere on the picture.
     return all(lessThan(abs(place), vec2(1e6))) ? place : vec2(0.0);
 }
+#endif
 
+#ifdef HAS_RELIEF
 vec3 reliefNormal(vec3 smoothNormal)
 {
     vec3 texel = texture2D(bumpTexture, textureAt(bumpTrf)).rgb * 2.0 - 1.0;
@@ -71,6 +72,7 @@ vec3 reliefNormal(vec3 smoothNormal)
     vec2 slope = texel.x * right + texel.y * up;
     return normalize(t * slope.x + b * slope.y + smoothNormal * max(texel.z, 0.05));
 }
+#endif
 
 Surface surfaceHere()
 {
@@ -78,8 +80,16 @@ Surface surfaceHere()
     s.view = normalize(eye - position);
     vec3 smoothNormal = normalize(normal);
     smoothNormal = dot(smoothNormal, s.view) < 0.0 ? -smoothNormal : smoothNormal;
-    s.normal = enableBump ? reliefNormal(smoothNormal) : smoothNormal;
-    vec4 texel = useBaseTexture ? texture2D(baseTexture, textureAt(baseTrf)) : vec4(decodeSrgb(baseColor.rgb), 1.0);
+#ifdef HAS_RELIEF
+    s.normal = reliefNormal(smoothNormal);
+#else
+    s.normal = smoothNormal;
+#endif
+#ifdef HAS_BASE_TEXTURE
+    vec4 texel = texture2D(baseTexture, textureAt(baseTrf));
+#else
+    vec4 texel = vec4(baseColor.rgb, 1.0);
+#endif
     s.albedo = texel.rgb;
     s.alpha = clamp(alpha * texel.a, 0.0, 1.0);
     s.roughness = clamp(roughness, 0.03, 1.0);

@@ -2,6 +2,7 @@
 
 #include <kiv/TriangleMesh.h>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -38,11 +39,17 @@ public:
 
     /// Whether the arrays fit together: same lengths (tangents may be absent), three indices a triangle, each in range.
     bool IsDrawable() const;
+    /// Says which content the arrays have: a number that no other content of this process has. Each change gives
+    /// another one, and a copy has the original's. The next frame draws what changed.
+    std::uint64_t GetRevision() const { return m_revision; }
     /// Lowest and highest corner of all vertices; false without any.
     bool GetBounds(CVec3<float>& lowest, CVec3<float>& highest) const;
 
 private:
+    void change();
+
     int m_type;
+    std::uint64_t m_revision = 0;  // 0: empty
     std::vector<CVec3<float>> m_vertices;
     std::vector<CVec3<float>> m_normals;
     std::vector<std::vector<CVec2<float>>> m_textureArrays;

@@ -10,17 +10,16 @@ void glass(inout Surface s)
     // Tint grows with the way through the glass.
     vec3 tint = pow(max(s.albedo, vec3(0.02)), vec3(mix(2.0, 0.7, cosView)));
     vec3 body = s.albedo * diffuseLight(s.normal) * (1.0 - f);
-    vec3 through = body;
-    if (hasEnvironment && enableIBL && refractsSky) {
-        vec3 bent = refract(-s.view, s.normal, 1.0 / clamp(ior, 1.0, 3.0));
-        through = mix(mirroredLight(bent, s.roughness) * tint * (1.0 - f), body, s.alpha);
-        s.alpha = 1.0;
-    } else {
-        float reflected = clamp(max(f.r, max(f.g, f.b)), 0.0, 1.0);
-        through *= s.alpha;
-        s.alpha = clamp(s.alpha + reflected * (1.0 - s.alpha), 0.0, 1.0);
-        through /= max(s.alpha, 1e-3);
-        mirrored /= max(s.alpha, 1e-3);
-    }
+#if defined(HAS_SKY) && defined(REFRACTS_SKY)
+    vec3 bent = refract(-s.view, s.normal, 1.0 / clamp(ior, 1.0, 3.0));
+    vec3 through = mix(mirroredLight(bent, s.roughness) * tint * (1.0 - f), body, s.alpha);
+    s.alpha = 1.0;
+#else
+    float reflected = clamp(max(f.r, max(f.g, f.b)), 0.0, 1.0);
+    vec3 through = body * s.alpha;
+    s.alpha = clamp(s.alpha + reflected * (1.0 - s.alpha), 0.0, 1.0);
+    through /= max(s.alpha, 1e-3);
+    mirrored /= max(s.alpha, 1e-3);
+#endif
     s.color = through + mirrored + max(lamp, vec3(0.0)) + ownLight();
 }

@@ -1,0 +1,99 @@
+#include "MaterialTest.h"
+
+#include <kiv/BodyBuilder.h>
+#include <kiv/Sphere3D.h>
+
+#include <ClosedSurface.h>
+
+#include <limits>
+
+class TestClosedSurface : public MaterialTest {
+    Q_OBJECT
+
+private slots:
+    void isKnown_data();
+    void isKnown();
+};
+
+namespace {
+
+using kiv::CTriangleMesh;
+
+CTriangleMesh box(double x = 0)
+{
+    const kiv::CCuboidBody body({x, 0, 0}, 1, 1, 1);
+    return kiv::CBodyTriangles(&body).GetMesh();
+}
+
+CTriangleMesh sphere()
+{
+    CTriangleMesh mesh;
+    kiv::CSphere3D::GetSphereData({}, 0.1, 0.1, mesh.vertices, mesh.indices, mesh.normals, mesh.textureCoordinates);
+    return mesh;
+}
+
+CTriangleMesh cylinder()
+{
+    const kiv::CBodyPtr body = kiv::GBodyBuilder(true, true).CylinderBody({}, {0, 0, 1}, 0.4);
+    return kiv::CBodyTriangles(body.get()).GetMesh();
+}
+
+CTriangleMesh insideOut(CTriangleMesh mesh)
+{
+    for (std::size_t i = 0; i < mesh.indices.size(); i += 3)
+        std::swap(mesh.indices[i], mesh.indices[i + 1]);
+    return mesh;
+}
+
+CTriangleMesh open(CTriangleMesh mesh)
+{
+    mesh.indices.resize(mesh.indices.size() - 3);
+    return mesh;
+}
+
+CTriangleMesh withoutNumber(CTriangleMesh mesh)
+{
+    mesh.vertices[0].x = std::numeric_limits<float>::quiet_NaN();
+    return mesh;
+}
+
+CTriangleMesh both(CTriangleMesh a, const CTriangleMesh& b)
+{
+    for (const unsigned index : b.indices)
+        a.indices.push_back(index + unsigned(a.vertices.size()));
+    a.vertices.insert(a.vertices.end(), b.vertices.begin(), b.vertices.end());
+    a.normals.insert(a.normals.end(), b.normals.begin(), b.normals.end());
+    a.textureCoordinates.insert(a.textureCoordinates.end(), b.textureCoordinates.begin(), b.textureCoordinates.end());
+    return a;
+}
+
+}  // namespace
+
+Q_DECLARE_METATYPE(kiv::CTriangleMesh)
+
+void TestClosedSurface::isKnown_data()
+{
+    QTest::addColumn<CTriangleMesh>("mesh");
+    QTest::addColumn<bool>("isClosed");
+    QTest::newRow("box") << box() << true;
+    QTest::newRow("sphere, whose seam and poles have several corners at a place") << sphere() << true;
+    QTest::newRow("cylinder") << cylinder() << true;
+    QTest::newRow("two boxes that share a side") << both(box(), box(1)) << true;
+    QTest::newRow("nothing") << CTriangleMesh() << false;
+    QTest::newRow("a triangle is missing") << open(sphere()) << false;
+    QTest::newRow("inside out") << insideOut(box()) << false;
+    QTest::newRow("one of two inside out") << both(box(), insideOut(box(3))) << false;
+    QTest::newRow("no number") << withoutNumber(box()) << false;
+}
+
+void TestClosedSurface::isKnown()
+{
+    QFETCH(CTriangleMesh, mesh);
+    QFETCH(bool, isClosed);
+    kiv::CPrimitiveRenderable renderable;
+    renderable.SetMesh(mesh);
+    QCOMPARE(kiv::IsClosedSurface(renderable), isClosed);
+}
+
+MATERIAL_TEST_MAIN(TestClosedSurface)
+#include "TestClosedSurface.moc"
