@@ -7,12 +7,11 @@ float distribution(float cosHalf, float alphaSquare)
     return alphaSquare / (PI * d * d);
 }
 
-// Masking and shadowing over 4 cosLight cosView: Smith, correlated with height (Heitz 2014).
-float visibility(float cosLight, float cosView, float alphaSquare)
+// Masking and shadowing over 4 cosLight cosView: Smith, correlated with height (Heitz 2014), where the light comes from
+// the eye.
+float visibility(float cosView, float alphaSquare)
 {
-    float light = cosView * sqrt(cosLight * cosLight * (1.0 - alphaSquare) + alphaSquare);
-    float view = cosLight * sqrt(cosView * cosView * (1.0 - alphaSquare) + alphaSquare);
-    return 0.5 / max(light + view, 1e-5);
+    return 0.25 / max(cosView * sqrt(cosView * cosView * (1.0 - alphaSquare) + alphaSquare), 1e-5);
 }
 
 // Reflection at normal incidence of a dielectric in air.
@@ -25,7 +24,8 @@ float reflectance(float index)
 // Fresnel (Schlick 1994).
 vec3 fresnel(vec3 f0, float cosine)
 {
-    return f0 + (1.0 - f0) * pow(clamp(1.0 - cosine, 0.0, 1.0), 5.0);
+    float c = clamp(1.0 - cosine, 0.0, 1.0);
+    return f0 + (1.0 - f0) * (c * c * c * c * c);
 }
 
 vec3 normalReflectance(Surface s)
@@ -33,17 +33,15 @@ vec3 normalReflectance(Surface s)
     return mix(vec3(reflectance(clamp(ior, 1.0, 3.0))), s.albedo, s.metallic);
 }
 
-// One lamp of which a white facing surface reflects `radiance`: Lambert below, GGX above.
-vec3 lampLight(Surface s, vec3 f0, vec3 toLight, float radiance)
+// The lamp at the eye, of which a white facing surface reflects `radiance`: Lambert below, GGX above. Halfway between
+// light and view is the view, where Fresnel's term is that of normal incidence.
+vec3 lampLight(Surface s, vec3 f0, float radiance)
 {
-    vec3 halfway = normalize(toLight + s.view);
-    float cosLight = max(dot(s.normal, toLight), 0.0);
-    float cosView = max(dot(s.normal, s.view), 1e-3);
+    float cosView = max(dot(s.normal, s.view), 0.0);
     float alphaRoughness = s.roughness * s.roughness;
     // A lamp is no point: the smallest highlight that it makes has its own size.
     float alphaSquare = max(alphaRoughness * alphaRoughness, 1e-3);
-    vec3 f = fresnel(f0, max(dot(s.view, halfway), 0.0));
-    float lobe = distribution(max(dot(s.normal, halfway), 0.0), alphaSquare) * visibility(cosLight, cosView, alphaSquare);
-    vec3 diffuse = (1.0 - f) * (1.0 - s.metallic) * s.albedo;
-    return (diffuse + PI * f * lobe) * cosLight * radiance;
+    float lobe = distribution(cosView, alphaSquare) * visibility(cosView, alphaSquare);
+    vec3 diffuse = (1.0 - f0) * (1.0 - s.metallic) * s.albedo;
+    return (diffuse + PI * f0 * lobe) * cosView * radiance;
 }
