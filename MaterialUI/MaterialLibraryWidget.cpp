@@ -144,6 +144,8 @@ void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool
         if (translator->load(QCoreApplication::applicationDirPath() + QStringLiteral("/materialui_zh.qm")))
             QCoreApplication::installTranslator(translator);
     }
+    // What a dialog that was destroyed while it was open left behind was kept.
+    CEditStack::Instance().Clear();
     setWindowTitle(tr("材质库"));
     m->setUpWindow(*this);
     m->form.Build(*this, m->library, provider, m->cloudEnabled);

@@ -145,6 +145,41 @@
         <source>删除材质</source>
         <translation>删除材质</translation>
     </message>
+    <message>
+        <source>背景</source>
+        <translation>背景</translation>
+    </message>
+    <message>
+        <source>预览背景</source>
+        <translation>预览背景</translation>
+    </message>
+</context>
+<context>
+    <name>CBackgroundMenu</name>
+    <message>
+        <source>天空</source>
+        <translation>天空</translation>
+    </message>
+    <message>
+        <source>白色</source>
+        <translation>白色</translation>
+    </message>
+    <message>
+        <source>浅灰色</source>
+        <translation>浅灰色</translation>
+    </message>
+    <message>
+        <source>深灰色</source>
+        <translation>深灰色</translation>
+    </message>
+    <message>
+        <source>黑色</source>
+        <translation>黑色</translation>
+    </message>
+    <message>
+        <source>其他颜色…</source>
+        <translation>其他颜色…</translation>
+    </message>
 </context>
 <context>
     <name>CChooseLibraryDlg</name>

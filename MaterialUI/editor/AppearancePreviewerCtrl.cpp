@@ -1,5 +1,6 @@
 #include "AppearancePreviewerCtrl.h"
 
+#include "BackgroundMenu.h"
 #include "ui_AppearancePreviewerCtrl.h"
 
 #include <kiv/StateSet.h>
@@ -130,6 +131,9 @@ void CAppearancePreviewerCtrl::setUpScene()
     m_ui->colorButton->setColor(m_ui->sceneWidget->GetBackgroundColor());
     m_ui->sceneWidget->SetSkyBoxFolder(m_manager.GetTextureLibraryPath() + L"/skybox/");
     m_ui->sceneWidget->SetPlaceholder(m_ui->placeholder);
+    auto* backgrounds = new CBackgroundMenu(*m_ui->colorButton, this);
+    connect(backgrounds, &CBackgroundMenu::SkyShown, m_ui->sceneWidget, &CSceneWidget::ShowSky);
+    m_ui->backgroundButton->setMenu(backgrounds);
 }
 
 CSceneWidget* CAppearancePreviewerCtrl::GetSceneWidget() const

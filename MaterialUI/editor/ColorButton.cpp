@@ -57,12 +57,15 @@ QString QColorButton::rgbText(const QColor& color)
     return QStringLiteral("RGB(%1,%2,%3)").arg(color.red()).arg(color.green()).arg(color.blue());
 }
 
-// Whatever the dialog ran may have taken the button away.
+// While the dialog runs the button may be taken away, and the dialog, its child, with it.
 void QColorButton::slotChangeColor()
 {
     const QPointer<QColorButton> alive(this);
-    const QColor chosen = QColorDialog::getColor(m_color, this, QString());
-    if (!alive || !chosen.isValid())
+    const QPointer<QColorDialog> dialog(new QColorDialog(m_color, this));
+    const bool isChosen = dialog->exec() == QDialog::Accepted;
+    const QColor chosen = dialog ? dialog->selectedColor() : QColor();
+    delete dialog;
+    if (!alive || !isChosen || !chosen.isValid())
         return;
     setColor(chosen);
     if (alive)

@@ -2,6 +2,7 @@
 
 #include "DynamicProperty.h"
 
+#include <QKeyEvent>
 #include <QString>
 #include <QWidget>
 
@@ -29,6 +30,15 @@ public:
 protected:
     /// The key as it is now.
     String GetId() const { return this->objectName().toLocal8Bit().toStdString(); }
+
+    // Whoever keeps the records takes changes back by the key: the undoing of the text alone would be one more change.
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo))
+            return Widget::event(event);
+        event->ignore();
+        return false;
+    }
 };
 
 }  // namespace kiv

@@ -90,6 +90,7 @@ bool CDynamicWidget::BuildGroup(const CAppearanceUIElement& element, const Strin
 bool CDynamicWidget::BuildColor(const CAppearanceUIElement& element, const String& parentGroup)
 {
     auto* control = new CColorCtrl(toQt(element.GetAttribute("id")), this);
+    control->setShowToolTip(false);
     control->SetValue(m_appearance->FindProperty(element.GetAttribute("parameter")));
     connect(control, SIGNAL(ChangeProperty(const kiv::String&, const kiv::CPropertyValuePtr&)), this,
             SLOT(OnPropertyChanged(const kiv::String&, const kiv::CPropertyValuePtr&)));
@@ -185,7 +186,6 @@ void CDynamicWidget::addRow(const CAppearanceUIElement& element, const String& p
     layoutOf(parentGroup).addLayout(row);
 }
 
-// What the control tells itself (a colour's name) is told more fully here.
 void CDynamicWidget::describe(const CAppearanceUIElement& element, QWidget& control) const
 {
     if (element.HasAttribute("tooltip"))

@@ -140,7 +140,11 @@ QString CDynamicWidget::makeNormalMap(const QString& picture)
             return {};
         isSaved = image->SaveToFile(path.toStdWString());
     }
-    if (!isSaved)
-        QMessageBox::warning(this, tr("提示"), tr("无法写入法线贴图“%1”。").arg(path), QMessageBox::Ok);
-    return isSaved ? path : QString();
+    if (isSaved)
+        return path;
+    const QPointer<QMessageBox> box(new QMessageBox(QMessageBox::Warning, tr("提示"),
+                                                    tr("无法写入法线贴图“%1”。").arg(path), QMessageBox::Ok, this));
+    box->exec();
+    delete box;
+    return {};
 }

@@ -82,11 +82,16 @@ void CImagePreviewerCtrl::display(const QString& path, const QPixmap& thumbnail)
     setToolTip(path);
 }
 
+// While the dialog runs the control may be taken away, and the dialog, its child, with it.
 void CImagePreviewerCtrl::OnChooseImage()
 {
     const QPointer<CImagePreviewerCtrl> alive(this);
-    const QString chosen =
-        QFileDialog::getOpenFileName(this, tr("Choose Image"), startFolder(), qtFilter(tr(FileFilter)));
+    const QPointer<QFileDialog> dialog(
+        new QFileDialog(this, tr("Choose Image"), startFolder(), qtFilter(tr(FileFilter))));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    const bool isChosen = dialog->exec() == QDialog::Accepted;
+    const QString chosen = isChosen && dialog ? dialog->selectedFiles().value(0) : QString();
+    delete dialog;
     if (alive && !chosen.isEmpty() && CMaterialHelper::CheckTextureFileValidity(chosen))
         takeImage(chosen);
 }

@@ -35,6 +35,7 @@ CImageWidget::CImageWidget(QWidget* parent)
     : QWidget(parent), m_row(new QHBoxLayout), m_thumbnail(new CImagePreviewerCtrl(this)), m_name(new QLabel(this))
 {
     QToolButton* choose = makeChooseButton(this);
+    m_thumbnail->setObjectName(QStringLiteral("thumbnail"));
     m_row->setSpacing(3);
     m_row->addWidget(m_thumbnail, 1);
     m_row->addWidget(choose);

@@ -140,6 +140,18 @@ void CUIViewerWidget::setUpSky()
         viewport.SetSkyBox(true, *faces, PreviewSkyboxProgram());
     if (const auto skybox = std::dynamic_pointer_cast<kiv::CSkybox>(viewport.GetSky()))
         lightByTheSky(*m_viewer, skybox);
+    if (!m_isSkyShown)
+        ShowSky(false);
+}
+
+void CUIViewerWidget::ShowSky(bool shown)
+{
+    m_isSkyShown = shown;
+    const auto faces = m_viewer ? PreviewSkyboxFaces(m_skyBoxFolder) : std::nullopt;
+    if (!faces)
+        return;
+    m_viewer->GetViewport().SetSkyBox(shown, *faces, PreviewSkyboxProgram());
+    m_viewer->SetDirty();
 }
 
 void CUIViewerWidget::onTimer2()

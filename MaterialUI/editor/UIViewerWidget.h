@@ -43,6 +43,8 @@ public:
     void SetStateSet(kiv::CStateSet* stateSet);
     /// The folder (a stored path) of the six pictures of the sky box. Read on the first tick.
     void SetSkyBoxFolder(const std::wstring& folder) { m_skyBoxFolder = folder; }
+    /// Whether the sky is seen, as it is at first; without it the background colour is, and the sky lights all the same.
+    void ShowSky(bool shown);
 
     /// Null before the first tick.
     kiv::CViewer* GetViewer() const { return m_viewer.get(); }
@@ -78,6 +80,7 @@ private:
     std::unique_ptr<kiv::CViewer> m_viewer;
     kiv::CVisualNodePtr m_node;
     std::wstring m_skyBoxFolder;
+    bool m_isSkyShown = true;
     QColor m_backgroundColor;
     QTimer m_timer;
     std::unique_ptr<CBackgroundWorker> m_pendingBackground;

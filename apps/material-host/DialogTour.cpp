@@ -91,6 +91,15 @@ void DialogTour::awaitOpen() const
     awaitActive(dialog());
 }
 
+QWidget& DialogTour::preview() const
+{
+    auto* scene = dialog().findChild<QWidget*>("sceneWidget");
+    if (!scene)
+        throw TourFailure("the dialog has no preview");
+    await([scene] { return scene->isVisible(); }, "the preview is there");
+    return *scene;
+}
+
 void DialogTour::closeDialog(QWidget& window, const std::function<void()>& how) const
 {
     how();

@@ -25,6 +25,8 @@ protected:
     void awaitOpen() const;
     void showCategory(const QString& path) const;
     void clickMaterial(const kiv::CAppearanceInstancePtr& material) const;
+    /// The lit body, once it is shown.
+    QWidget& preview() const;
     void closeDialog(QWidget& window, const std::function<void()>& how) const;
 
     kiv::CMaterialLibrary& m_library;

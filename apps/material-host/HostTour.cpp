@@ -1,5 +1,6 @@
 #include "HostTour.h"
 
+#include "EditTour.h"
 #include "MainWindow.h"
 #include "SpaceTour.h"
 #include "TourChecks.h"
@@ -70,7 +71,9 @@ int HostTour::run()
                                 {"zoom", [this] { zoom(); }},
                                 {"whole-building", [this] { wholeBuilding(); }}};
     m_space = std::make_unique<SpaceTour>(m_library, m_tour, m_window);
+    m_edit = std::make_unique<EditTour>(m_library, m_tour, m_window);
     m_space->addSteps(steps);
+    m_edit->addSteps(steps);
     return m_tour.run(steps);
 }
 
@@ -226,7 +229,7 @@ void HostTour::save()
 {
     const QString path = m_folder.filePath("house.json");
     TourInput::answerModals([] { TourInput::press(Qt::Key_S, Qt::ControlModifier); },
-                            {[&](QWidget& fileDialog) { enterFile(fileDialog, path); }});
+                            {[&](QWidget& fileDialog) { TourInput::enterFile(fileDialog, path); }});
     expect(QFile::exists(path), "the project's file is there");
     expect(!m_window->isWindowModified(), "the project has no unsaved changes");
     m_drawingSaved = drawing();
@@ -254,7 +257,9 @@ void HostTour::reopen()
         expect(question, "the program asks about unsaved changes");
         TourInput::click(*question->button(QMessageBox::Discard));
     };
-    const auto choose = [this](QWidget& fileDialog) { enterFile(fileDialog, m_folder.filePath("house.json")); };
+    const auto choose = [this](QWidget& fileDialog) {
+        TourInput::enterFile(fileDialog, m_folder.filePath("house.json"));
+    };
     TourInput::answerModals([] { TourInput::press(Qt::Key_O, Qt::ControlModifier); }, {discard, choose});
     awaitActive(*m_window);
     expect(documents() == m_documentsSaved, "every element has the material that was saved");
@@ -270,7 +275,7 @@ void HostTour::refuse()
     expect(saved.open(QIODevice::ReadOnly) && damaged.open(QIODevice::WriteOnly), "a damaged file can be made");
     damaged.write(saved.read(saved.size() / 2));
     damaged.close();
-    const auto choose = [&](QWidget& fileDialog) { enterFile(fileDialog, path); };
+    const auto choose = [&](QWidget& fileDialog) { TourInput::enterFile(fileDialog, path); };
     const auto acknowledge = [this](QWidget& box) {
         expect(qobject_cast<QMessageBox*>(&box), "the program says why it cannot be opened");
         m_tour.picture("reason");
@@ -328,17 +333,6 @@ QPoint HostTour::pointIn(const QString& elementId) const
             if (view.elementAt({x, y}) == elementId)
                 return {x, y};
     throw TourFailure(elementId + " is not to be seen");
-}
-
-void HostTour::enterFile(QWidget& fileDialog, const QString& path)
-{
-    auto* line = fileDialog.findChild<QLineEdit*>("fileNameEdit");
-    expect(line, "the file dialog has a line for the name");
-    TourInput::click(*line);
-    TourInput::press(Qt::Key_A, Qt::ControlModifier);
-    TourInput::type(path);
-    m_tour.picture("file");
-    TourInput::press(Qt::Key_Return);
 }
 
 QStringList HostTour::shownNames() const

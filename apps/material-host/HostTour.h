@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class EditTour;
 class MainWindow;
 class SpaceTour;
 
@@ -50,7 +51,6 @@ private:
     void collectFavorites();
     void clickElement(const QString& elementId);
     QPoint pointIn(const QString& elementId) const;
-    void enterFile(QWidget& fileDialog, const QString& path);
     QStringList shownNames() const;
     QImage drawing();
     QImage drawing(const QString& elementId);
@@ -67,4 +67,5 @@ private:
     QImage m_drawingSaved;
     Documents m_documentsSaved;
     std::unique_ptr<SpaceTour> m_space;
+    std::unique_ptr<EditTour> m_edit;
 };

@@ -8,19 +8,18 @@
 
 #include <QComboBox>
 #include <QDialog>
-#include <QElapsedTimer>
-#include <QGuiApplication>
+#include <QMenu>
 #include <QPushButton>
-#include <QScreen>
+#include <QToolButton>
 
 using TourChecks::await;
 using TourChecks::awaitSettled;
 using TourChecks::expect;
+using TourChecks::settledOnScreen;
 
 namespace {
 
 const QString Wall = QStringLiteral("upper-wall");
-constexpr int SettledMs = 400;  // without any change
 
 struct Pick {
     const char* category;
@@ -49,6 +48,7 @@ void SpaceTour::addSteps(std::vector<TourStep>& steps)
                                {"apply-in-3d", [this] { apply(); }},
                                {"preview-shapes", [this] { previewShapes(); }},
                                {"preview-shading", [this] { previewShading(); }},
+                               {"preview-background", [this] { previewBackground(); }},
                                {"ten-materials", [this] { tenMaterials(); }},
                                {"keep-in-3d", [this] { keep(); }},
                                {"turn-back", [this] { turnBack(); }},
@@ -63,7 +63,7 @@ void SpaceTour::show()
     await([this] { return view().isVisible(); }, "the building is shown in space");
     m_front = view().drawing();
     expect(!m_front.isNull(), "it is drawn");
-    settled(view());
+    settledOnScreen(view());
 }
 
 void SpaceTour::orbit()
@@ -71,23 +71,23 @@ void SpaceTour::orbit()
     drag({55, 14});
     const QImage left = view().drawing();
     expect(left != m_front, "dragging turns the building");
-    settled(view());
+    settledOnScreen(view());
     m_tour.picture("left");
     drag({-95, 0});
     expect(view().drawing() != left, "and back to the other side");
-    settled(view());
+    settledOnScreen(view());
 }
 
 void SpaceTour::select()
 {
     const QImage before = view().drawing();
-    const QImage unframed = settled(view());
+    const QImage unframed = settledOnScreen(view());
     TourInput::click(view(), pointIn("sofa"));
     expect(m_window->selectedElement() == "sofa", "the click selects the sofa");
     TourInput::click(view(), pointIn(Wall));
     expect(m_window->selectedElement() == Wall, "the click selects the upper wall");
     expect(m_window->elements().currentItem() == m_window->elements().itemOf(Wall), "the list shows it selected");
-    expect(settled(view()) != unframed, "it is framed");
+    expect(settledOnScreen(view()) != unframed, "it is framed");
     expect(view().drawing() == before, "its material stays as it is");
 }
 
@@ -102,31 +102,43 @@ void SpaceTour::apply()
            "it is tried on the wall");
     expect(view().drawing() != before, "the wall shows the brick while the dialog is open");
     awaitSettled(dialog());
-    settled(dialog());
+    settledOnScreen(dialog());
 }
 
 void SpaceTour::previewShapes()
 {
-    QImage last = settled(preview());
+    QImage last = settledOnScreen(preview());
     for (const char* shape : {"Sphere", "Box", "Surface"}) {
         choosePreview("shapeCombo", shape);
-        const QImage now = settled(preview());
+        const QImage now = settledOnScreen(preview());
         expect(now != last, QString("the preview shows another body: %1").arg(shape));
         m_tour.picture(QString(shape).toLower());
         last = now;
     }
     choosePreview("shapeCombo", "Sphere");
-    settled(preview());
+    settledOnScreen(preview());
 }
 
 void SpaceTour::previewShading()
 {
-    const QImage full = settled(preview());
+    const QImage full = settledOnScreen(preview());
     choosePreview("shadingCombo", "Fast Shader");
-    expect(settled(preview()) != full, "the fast shading looks different");
+    expect(settledOnScreen(preview()) != full, "the fast shading looks different");
     m_tour.picture("fast");
     choosePreview("shadingCombo", "Default Shader");
-    expect(settled(preview()) == full, "the default shading is back");
+    expect(settledOnScreen(preview()) == full, "the default shading is back");
+}
+
+void SpaceTour::previewBackground()
+{
+    auto* button = dialog().findChild<QToolButton*>("backgroundButton");
+    expect(button && button->menu(), "the previewer offers backgrounds");
+    const QImage sky = settledOnScreen(preview());
+    TourInput::chooseFromMenu(*button, 4);
+    expect(settledOnScreen(preview()).pixelColor(3, 3) == QColor(Qt::black), "the body stands before black");
+    m_tour.picture("black");
+    TourInput::chooseFromMenu(*button, 0);
+    expect(settledOnScreen(preview()) == sky, "the sky is back");
 }
 
 void SpaceTour::tenMaterials()
@@ -139,7 +151,7 @@ void SpaceTour::tenMaterials()
         expect(m_window->drawnMaterial(Wall) == m_last, QString("the wall shows %1").arg(pick.name));
         view().drawing();  // waits for its textures
         awaitSettled(dialog());
-        const QImage now = settled(preview());
+        const QImage now = settledOnScreen(preview());
         expect(now != last, QString("the preview shows %1").arg(pick.name));
         m_tour.picture(pick.picture);
         last = now;
@@ -152,7 +164,7 @@ void SpaceTour::keep()
     closeDialog(*m_window, [this] { TourInput::click(*dialog().findChild<QPushButton*>("pushButtonOk")); });
     expect(m_window->document().materialOf(Wall) == m_last, "the wall keeps what was shown last");
     expect(view().drawing() == shown, "it looks as it did");
-    settled(view());
+    settledOnScreen(view());
 }
 
 void SpaceTour::turnBack()
@@ -160,7 +172,7 @@ void SpaceTour::turnBack()
     TourInput::press(Qt::Key_Z, Qt::ControlModifier);
     TourInput::press(Qt::Key_0, Qt::ControlModifier);
     expect(view().drawing() == m_front, "undone and seen from the front, the building is as it was");
-    settled(view());
+    settledOnScreen(view());
 }
 
 void SpaceTour::showElevation()
@@ -197,41 +209,10 @@ void SpaceTour::drag(const QPoint& by)
     TourInput::drag(view(), from, from + by);
 }
 
-QImage SpaceTour::screenOf(const QWidget& widget) const
-{
-    const QRect place(widget.mapToGlobal(QPoint()), widget.size());
-    return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(place);
-}
-
-/// The widget on the screen, when it no longer changes.
-QImage SpaceTour::settled(const QWidget& widget) const
-{
-    QImage last;
-    QElapsedTimer unchanged;
-    const auto isSettled = [&] {
-        const QImage now = screenOf(widget);
-        if (now != last)
-            unchanged.start();
-        last = now;
-        return unchanged.elapsed() > SettledMs;
-    };
-    await(isSettled, "the picture has arrived");
-    return last;
-}
-
 void SpaceTour::choosePreview(const char* box, const QString& text)
 {
     auto* combo = dialog().findChild<QComboBox*>(box);
     expect(combo && combo->findText(text) >= 0, "the previewer offers " + text);
     TourInput::choose(*combo, combo->findText(text));
     expect(combo->currentText() == text, "the previewer is set to " + text);
-}
-
-QWidget& SpaceTour::preview() const
-{
-    auto* scene = dialog().findChild<QWidget*>("sceneWidget");
-    if (!scene)
-        throw TourFailure("the dialog has no preview");
-    await([scene] { return scene->isVisible(); }, "the preview is there");
-    return *scene;
 }

@@ -28,6 +28,7 @@ private:
     void apply();
     void previewShapes();
     void previewShading();
+    void previewBackground();
     void tenMaterials();
     void keep();
     void turnBack();
@@ -36,10 +37,7 @@ private:
     BuildingView3D& view() const;
     QPoint pointIn(const QString& elementId) const;
     void drag(const QPoint& by);
-    QImage screenOf(const QWidget& widget) const;
-    QImage settled(const QWidget& widget) const;
     void choosePreview(const char* box, const QString& text);
-    QWidget& preview() const;
 
     Tour& m_tour;
     const std::unique_ptr<MainWindow>& m_window;

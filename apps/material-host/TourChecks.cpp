@@ -1,12 +1,15 @@
 #include "TourChecks.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTest>
 #include <QWindow>
 
 namespace {
 
 constexpr int SettledMs = 250;  // without any change
+constexpr int SettledOnScreenMs = 400;
 constexpr int NudgeMs = 3000;
 
 /// When one modal window follows another at once, Qt hands the keyboard that comes back to the main window on to a
@@ -17,6 +20,28 @@ void passFocusAround()
     QWidget other;
     other.show();
     (void)QTest::qWaitForWindowActive(&other);
+}
+
+QImage onScreen(const QWidget& widget)
+{
+    const QRect place(widget.mapToGlobal(QPoint()), widget.size());
+    return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(place);
+}
+
+/// Waits until the picture was the same for so long.
+QImage awaitUnchanged(const std::function<QImage()>& picture, int forMs)
+{
+    QImage last;
+    QElapsedTimer unchanged;
+    const auto settled = [&] {
+        const QImage now = picture();
+        if (now != last)
+            unchanged.start();
+        last = now;
+        return unchanged.elapsed() > forMs;
+    };
+    TourChecks::await(settled, "the pictures have arrived");
+    return last;
 }
 
 }  // namespace
@@ -53,14 +78,10 @@ void TourChecks::awaitActive(const QWidget& widget)
 
 void TourChecks::awaitSettled(QWidget& widget)
 {
-    QImage last;
-    QElapsedTimer unchanged;
-    const auto settled = [&] {
-        const QImage now = widget.grab().toImage();
-        if (now != last)
-            unchanged.start();
-        last = now;
-        return unchanged.elapsed() > SettledMs;
-    };
-    await(settled, "the pictures have arrived");
+    awaitUnchanged([&] { return widget.grab().toImage(); }, SettledMs);
+}
+
+QImage TourChecks::settledOnScreen(const QWidget& widget)
+{
+    return awaitUnchanged([&] { return onScreen(widget); }, SettledOnScreenMs);
 }

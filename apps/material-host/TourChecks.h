@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QString>
 #include <QWidget>
 
@@ -23,5 +24,7 @@ void await(const std::function<bool()>& condition, const QString& what);
 void awaitActive(const QWidget& widget);
 /// The widget's picture no longer changes, as it does while thumbnails arrive.
 void awaitSettled(QWidget& widget);
+/// The widget as the screen shows it, with what lies over it, when it no longer changes.
+QImage settledOnScreen(const QWidget& widget);
 
 }  // namespace TourChecks

@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
@@ -157,6 +159,22 @@ void TourInput::choose(QComboBox& box, int row)
     TourChecks::await(chosen, "the list of the combo box closes");
 }
 
+// The menu has the event loop until it closes.
+void TourInput::chooseFromMenu(QToolButton& button, int entry)
+{
+    QMenu& menu = *button.menu();
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        if (!menu.isVisible() || !menu.windowHandle()->isExposed())
+            return;
+        look.stop();
+        click(menu, menu.actionGeometry(menu.actions().at(entry)).center());
+    });
+    look.start(20);
+    click(button);
+    TourChecks::await([&] { return !menu.isVisible() && !look.isActive(); }, "the menu closes");
+}
+
 void TourInput::press(int key, Qt::KeyboardModifiers modifiers)
 {
     const QPointer<QWindow> window = QGuiApplication::focusWindow();
@@ -173,6 +191,21 @@ void TourInput::type(const QString& text)
     QInputMethodEvent event;
     event.setCommitString(text);
     QApplication::sendEvent(focus, &event);
+}
+
+void TourInput::retype(QWidget& widget, const QString& text)
+{
+    click(widget);
+    press(Qt::Key_A, Qt::ControlModifier);
+    type(text);
+}
+
+void TourInput::enterFile(QWidget& fileDialog, const QString& path)
+{
+    auto* line = fileDialog.findChild<QLineEdit*>("fileNameEdit");
+    TourChecks::expect(line, "the file dialog has a line for the name");
+    retype(*line, path);
+    press(Qt::Key_Return);
 }
 
 void TourInput::answerModals(const std::function<void()>& open, const std::vector<Answer>& answers)

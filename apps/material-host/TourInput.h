@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QPoint>
+#include <QToolButton>
 #include <QWidget>
 
 #include <functional>
@@ -22,10 +23,18 @@ void clickItem(QAbstractItemView& view, const QModelIndex& index);
 /// Opens the combo box and clicks the entry.
 void choose(QComboBox& box, int row);
 
+/// Opens the button's menu and clicks the entry.
+void chooseFromMenu(QToolButton& button, int entry);
+
 /// Presses the key in the window that has the keyboard.
 void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Enters the text into the widget that has the keyboard, as an input method does.
 void type(const QString& text);
+
+/// Replaces what the widget holds, by mouse and keyboard.
+void retype(QWidget& widget, const QString& text);
+/// Names the file in an open file dialog and confirms.
+void enterFile(QWidget& fileDialog, const QString& path);
 
 using Answer = std::function<void(QWidget& modalWindow)>;
 /// Does something that opens a modal window and returns only when that is closed, and perhaps another one after it.
