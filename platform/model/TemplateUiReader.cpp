@@ -47,7 +47,16 @@ bool CTemplateUiReader::readElement(simdjson::dom::element json, int level,
     if (!readAttributes(fields, attributes) || !readPanels(fields, level + 1, children))
         return false;
     elements.emplace_back(std::move(attributes), std::move(children));
-    return check(elements.back());
+    return check(elements.back()) || name(elements.back());
+}
+
+// The place counts elements, which is hard to follow in a long panel.
+bool CTemplateUiReader::name(const CAppearanceUIElement& element) const
+{
+    const String id = element.GetAttribute("id");
+    if (!id.empty())
+        m_error.reason = "element \"" + id + "\": " + m_error.reason;
+    return false;
 }
 
 bool CTemplateUiReader::readAttributes(const simdjson::dom::object& json, std::map<String, String>& attributes) const

@@ -27,6 +27,7 @@ private:
     bool readElement(simdjson::dom::element json, int level, std::vector<CAppearanceUIElement>& elements) const;
     bool readAttributes(const simdjson::dom::object& json, std::map<String, String>& attributes) const;
     bool check(const CAppearanceUIElement& element) const;
+    bool name(const CAppearanceUIElement& element) const;
     bool checkParameter(const CAppearanceUIElement& element, const CUiElementType& type) const;
     bool checkRange(const String& range) const;
     bool refuseAt(std::string_view key, String reason) const;

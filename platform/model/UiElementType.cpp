@@ -13,7 +13,7 @@ const CUiElementType* FindUiElementType(const String& name)
         {"GroupBox", &Builder::BuildGroup, true, false, {Type::Bool}},
         {"ColorButton", &Builder::BuildColor, false, true, {Type::Color4, Type::Vec4}},
         {"ImageButton", &Builder::BuildImage, false, true, {Type::Texture}},
-        {"SpinBox", &Builder::BuildNumber, false, true, {Type::Float, Type::Int}},
+        {"SpinBox", &Builder::BuildNumber, false, true, {Type::Float}},
         {"Separator", &Builder::BuildSeparator, false, false, {}},
         {"Label", &Builder::BuildLabel, false, false, {Type::String, Type::Float, Type::Int, Type::Bool}},
     };

@@ -113,7 +113,7 @@ private slots:
         element(R"({"type":"SpinBox","id":"f"})", "/parameter", "shows no parameter");
         element(R"({"type":"SpinBox","parameter":"f"})", "/id", "no identifier");
         element(R"({"type":"SpinBox","id":"c","parameter":"c"})", "/parameter", "of no type");
-        element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"1~0"})", "/range", "not below");
+        element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"1~0"})", "/range", "element \"f\": the lower");
         element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"0-1"})", "/range", "two numbers");
         element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"0~"})", "/range", "two numbers");
         element(R"({"type":"GroupBox","id":"g","checkable":true})", "/checkable", "are texts");
