@@ -46,154 +46,141 @@ class TestData : public MaterialTest {
     Q_OBJECT
 
 protected:
-    void prepare() override;
+    void prepare() override
+    {
+        kiv::CMaterialLibraryPaths paths;
+        paths.library = QString(MATERIAL_DATA_DIR).toStdWString();
+        paths.textures = paths.library + L"/textures";
+        m_opened = m_library.Open(paths);
+    }
 
 private slots:
-    void everythingIsAccepted();
-    void everyTypeIsPopulatedAndTogether();
-    void everyNameIsTranslated();
-    void everyPanelEditsWhatItsTemplateDeclares();
-    void everyTextureIsThereAtItsSize();
-    void aGeneratedLibraryIsAcceptedWhole();
+    void everythingIsAccepted()
+    {
+        for (const kiv::CParseError& error : m_library.GetReport())
+            qInfo("%s", error.Text().c_str());
+        QVERIFY(m_library.GetReport().empty());
+        QVERIFY(m_opened);
+        for (const QString& name : templateNames())
+            QVERIFY2(m_library.GetMaterialManager()->FindTemplate(name.toStdString()), qPrintable(name));
+    }
+
+    void everyTypeIsPopulatedAndTogether()
+    {
+        QStringList types;  // a new entry wherever the type changes, so a type that is scattered occurs twice
+        for (const auto& [id, appearance] : library()) {
+            const QString type = firstSegment(*appearance);
+            QCOMPARE(QString::fromStdString(appearance->GetTemplateName()), type);
+            if (types.isEmpty() || types.last() != type)
+                types << type;
+        }
+        QStringList expected = templateNames();
+        expected.removeAll("Texture");
+        expected.removeAll("SimpleTexture");
+        types.sort();
+        expected.sort();
+        QCOMPARE(expected.size(), 20);
+        QCOMPARE(types, expected);
+        QVERIFY(library().count() >= 150);
+    }
+
+    void everyNameIsTranslated()
+    {
+        QSet<QString> stored{"System Library", "Favorite Library", "Customer Library",
+                             "All Material",   "Ceiling",          "Other"};
+        QSet<QString> names;
+        for (const auto& [id, appearance] : library()) {
+            names << QString::fromStdString(appearance->GetName());
+            for (const QString& segment : QString::fromStdString(appearance->GetCategory()).split('/'))
+                stored << segment;
+            QVERIFY2(!appearance->GetTags().empty(), appearance->GetName().c_str());
+        }
+        QCOMPARE(std::size_t(names.size()), library().count());
+        QCOMPARE(untranslated(stored + names, "appearance"), QStringList());
+    }
+
+    void everyPanelEditsWhatItsTemplateDeclares()
+    {
+        QSet<QString> shown;
+        for (const QString& name : templateNames()) {
+            const kiv::CAppearanceTemplatePtr type = m_library.GetMaterialManager()->FindTemplate(name.toStdString());
+            QVERIFY2(type, qPrintable(name));
+            checkElements(*type, type->GetUi(), shown);
+        }
+        shown.remove("");
+        QVERIFY(!shown.isEmpty());
+        QCOMPARE(untranslated(shown, "ui"), QStringList());
+    }
+
+    void everyTextureIsThereAtItsSize()
+    {
+        for (const auto& [id, appearance] : library()) {
+            checkTexture(appearance->GetDiffuseTexture(), appearance->GetUseDiffuseTexture());
+            checkTexture(appearance->GetBumpTexture(), appearance->GetUseBumpTexture());
+            if (QTest::currentTestFailed())
+                QFAIL(appearance->GetName().c_str());
+        }
+    }
+
+    void aGeneratedLibraryIsAcceptedWhole()
+    {
+        const GeneratorOptions options{500};
+        const std::string text = GenerateLibrary(options);
+        QVERIFY(qAbs(double(text.size()) / options.count / options.bytes - 1) < 0.1);
+        QCOMPARE(GenerateLibrary(options), text);
+
+        kiv::CAppearanceLibraryParser parser(*m_library.GetMaterialManager());
+        const auto generated = std::make_shared<kiv::CAppearanceLibrary>();
+        QVERIFY(parser.AppearanceLibraryFromString(generated, text, "generated"));
+        QVERIFY2(parser.GetReport().empty(), parser.GetReport().empty() ? "" : parser.GetReport()[0].Text().c_str());
+        QCOMPARE(generated->count(), std::size_t(options.count));
+
+        QSet<QString> types;
+        for (const auto& [id, appearance] : *generated)
+            types << firstSegment(*appearance);
+        QCOMPARE(types.size(), 20);
+    }
 
 private:
     const kiv::CAppearanceLibrary& library() { return *m_library.GetMaterialManager()->GetSystemLibrary(); }
-    QStringList templateNames() const;
+    QStringList templateNames() const
+    {
+        return QDir(MATERIAL_DATA_DIR "/templates").entryList({"*.json"}, QDir::Files).replaceInStrings(".json", "");
+    }
+
     void checkElements(const kiv::CAppearanceTemplate& type, const std::vector<kiv::CAppearanceUIElement>& elements,
-                       QSet<QString>& shown);
-    void checkTexture(const kiv::CAppearanceInstancePtr& texture, bool used);
+                       QSet<QString>& shown)
+    {
+        for (const kiv::CAppearanceUIElement& element : elements) {
+            for (const char* attribute : {"label", "tooltip", "unit"})
+                shown << QString::fromStdString(element.GetAttribute(attribute));
+            const kiv::String id = element.GetAttribute("id");
+            if (element.HasAttribute("parameter")) {
+                QCOMPARE(id, element.GetAttribute("parameter"));  // edits go to the id
+                QVERIFY2(type.FindParameter(id), (type.GetName() + ": " + id).c_str());
+            }
+            checkElements(type, element.GetStackPanels(), shown);
+        }
+    }
+
+    void checkTexture(const kiv::CAppearanceInstancePtr& texture, bool used)
+    {
+        QVERIFY(texture);
+        const kiv::String file = texture->GetTextureFile();
+        if (file.empty())
+            QVERIFY(!used);
+        else
+            QVERIFY2(QFileInfo(QString(MATERIAL_DATA_DIR "/textures/") + file.c_str()).isFile(), file.c_str());
+
+        const auto size = texture->ValueOr("scale", kiv::CVec2<float>());
+        const auto matrix = texture->ValueOr("transform", kiv::CMatrix3<float>());
+        QVERIFY2(size.x > 0 && size.y > 0, file.c_str());
+        QVERIFY2(qAbs(matrix(0, 0) * size.x - 1) < 1e-5f && qAbs(matrix(1, 1) * size.y - 1) < 1e-5f, file.c_str());
+    }
 
     kiv::CMaterialLibrary m_library;
     bool m_opened = false;
 };
-
-void TestData::prepare()
-{
-    kiv::CMaterialLibraryPaths paths;
-    paths.library = QString(MATERIAL_DATA_DIR).toStdWString();
-    paths.textures = paths.library + L"/textures";
-    m_opened = m_library.Open(paths);
-}
-
-QStringList TestData::templateNames() const
-{
-    return QDir(MATERIAL_DATA_DIR "/templates").entryList({"*.json"}, QDir::Files).replaceInStrings(".json", "");
-}
-
-void TestData::everythingIsAccepted()
-{
-    for (const kiv::CParseError& error : m_library.GetReport())
-        qInfo("%s", error.Text().c_str());
-    QVERIFY(m_library.GetReport().empty());
-    QVERIFY(m_opened);
-    for (const QString& name : templateNames())
-        QVERIFY2(m_library.GetMaterialManager()->FindTemplate(name.toStdString()), qPrintable(name));
-}
-
-void TestData::everyTypeIsPopulatedAndTogether()
-{
-    QStringList types;  // a new entry wherever the type changes, so a type that is scattered occurs twice
-    for (const auto& [id, appearance] : library()) {
-        const QString type = firstSegment(*appearance);
-        QCOMPARE(QString::fromStdString(appearance->GetTemplateName()), type);
-        if (types.isEmpty() || types.last() != type)
-            types << type;
-    }
-    QStringList expected = templateNames();
-    expected.removeAll("Texture");
-    expected.removeAll("SimpleTexture");
-    types.sort();
-    expected.sort();
-    QCOMPARE(expected.size(), 20);
-    QCOMPARE(types, expected);
-    QVERIFY(library().count() >= 150);
-}
-
-void TestData::everyNameIsTranslated()
-{
-    QSet<QString> stored{"System Library", "Favorite Library", "Customer Library", "All Material", "Ceiling", "Other"};
-    QSet<QString> names;
-    for (const auto& [id, appearance] : library()) {
-        names << QString::fromStdString(appearance->GetName());
-        for (const QString& segment : QString::fromStdString(appearance->GetCategory()).split('/'))
-            stored << segment;
-        QVERIFY2(!appearance->GetTags().empty(), appearance->GetName().c_str());
-    }
-    QCOMPARE(std::size_t(names.size()), library().count());
-    QCOMPARE(untranslated(stored + names, "appearance"), QStringList());
-}
-
-void TestData::checkElements(const kiv::CAppearanceTemplate& type,
-                             const std::vector<kiv::CAppearanceUIElement>& elements, QSet<QString>& shown)
-{
-    for (const kiv::CAppearanceUIElement& element : elements) {
-        for (const char* attribute : {"label", "tooltip", "unit"})
-            shown << QString::fromStdString(element.GetAttribute(attribute));
-        const kiv::String id = element.GetAttribute("id");
-        if (element.HasAttribute("parameter")) {
-            QCOMPARE(id, element.GetAttribute("parameter"));  // edits go to the id
-            QVERIFY2(type.FindParameter(id), (type.GetName() + ": " + id).c_str());
-        }
-        checkElements(type, element.GetStackPanels(), shown);
-    }
-}
-
-void TestData::everyPanelEditsWhatItsTemplateDeclares()
-{
-    QSet<QString> shown;
-    for (const QString& name : templateNames()) {
-        const kiv::CAppearanceTemplatePtr type = m_library.GetMaterialManager()->FindTemplate(name.toStdString());
-        QVERIFY2(type, qPrintable(name));
-        checkElements(*type, type->GetUi(), shown);
-    }
-    shown.remove("");
-    QVERIFY(!shown.isEmpty());
-    QCOMPARE(untranslated(shown, "ui"), QStringList());
-}
-
-void TestData::checkTexture(const kiv::CAppearanceInstancePtr& texture, bool used)
-{
-    QVERIFY(texture);
-    const kiv::String file = texture->GetTextureFile();
-    if (file.empty())
-        QVERIFY(!used);
-    else
-        QVERIFY2(QFileInfo(QString(MATERIAL_DATA_DIR "/textures/") + file.c_str()).isFile(), file.c_str());
-
-    const auto size = texture->ValueOr("scale", kiv::CVec2<float>());
-    const auto matrix = texture->ValueOr("transform", kiv::CMatrix3<float>());
-    QVERIFY2(size.x > 0 && size.y > 0, file.c_str());
-    QVERIFY2(qAbs(matrix(0, 0) * size.x - 1) < 1e-5f && qAbs(matrix(1, 1) * size.y - 1) < 1e-5f, file.c_str());
-}
-
-void TestData::everyTextureIsThereAtItsSize()
-{
-    for (const auto& [id, appearance] : library()) {
-        checkTexture(appearance->GetDiffuseTexture(), appearance->GetUseDiffuseTexture());
-        checkTexture(appearance->GetBumpTexture(), appearance->GetUseBumpTexture());
-        if (QTest::currentTestFailed())
-            QFAIL(appearance->GetName().c_str());
-    }
-}
-
-void TestData::aGeneratedLibraryIsAcceptedWhole()
-{
-    const GeneratorOptions options{500};
-    const std::string text = GenerateLibrary(options);
-    QVERIFY(qAbs(double(text.size()) / options.count / options.bytes - 1) < 0.1);
-    QCOMPARE(GenerateLibrary(options), text);
-
-    kiv::CAppearanceLibraryParser parser(*m_library.GetMaterialManager());
-    const auto generated = std::make_shared<kiv::CAppearanceLibrary>();
-    QVERIFY(parser.AppearanceLibraryFromString(generated, text, "generated"));
-    QVERIFY2(parser.GetReport().empty(), parser.GetReport().empty() ? "" : parser.GetReport()[0].Text().c_str());
-    QCOMPARE(generated->count(), std::size_t(options.count));
-
-    QSet<QString> types;
-    for (const auto& [id, appearance] : *generated)
-        types << firstSegment(*appearance);
-    QCOMPARE(types.size(), 20);
-}
 
 MATERIAL_TEST_MAIN(TestData)
 #include "TestData.moc"

@@ -105,73 +105,68 @@ class TestBuildingMesh : public MaterialTest {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void frontsKeepTheirArea();
-    void bodiesAreClosedAndInRealSize();
-    void ruleGivesEveryElementABody();
-    void leaningBodyKeepsItsVolume();
+    void initTestCase()
+    {
+        ProjectDocument document(m_host.library(), "en");
+        QVERIFY(document.startNew(m_host.options().sampleProject()));
+        m_building = document.building();
+    }
+
+    void frontsKeepTheirArea()
+    {
+        for (const BuildingElement& element : m_building.elements) {
+            const OutlineTriangles flat(element.outline);
+            const double area = areaOf(element.outline);
+            QVERIFY2(area > 0 && std::abs(areaOf(flat) / area - 1) < 0.015,
+                     qPrintable(QString("%1: %2 instead of %3").arg(element.id).arg(areaOf(flat)).arg(area)));
+        }
+    }
+
+    void bodiesAreClosedAndInRealSize()
+    {
+        for (const BuildingElement& element : m_building.elements) {
+            const kiv::CTriangleMesh mesh = BuildingMesh(element, m_building.extent).mesh();
+            QVERIFY2(!element.takesMaterial() || volumeOf(mesh) > 0, qPrintable(element.id));
+            QVERIFY2(openEdges(mesh) == 0, qPrintable(QString("%1: %2").arg(element.id).arg(openEdges(mesh))));
+            if (!element.round)
+                QVERIFY2(textureError(mesh) < 0.01,
+                         qPrintable(QString("%1: %2").arg(element.id).arg(textureError(mesh))));
+            for (const Vec3& normal : mesh.normals)
+                QVERIFY2(std::abs(kiv::Length(normal) - 1) < 1e-3F, qPrintable(element.id));
+        }
+    }
+
+    // Projects need not say what their elements are in space.
+    void ruleGivesEveryElementABody()
+    {
+        for (BuildingElement element : m_building.elements) {
+            element.solids.clear();
+            const kiv::CTriangleMesh mesh = BuildingMesh(element, m_building.extent).mesh();
+            if (element.takesMaterial())
+                QVERIFY2(volumeOf(mesh) > 0 && openEdges(mesh) == 0, qPrintable(element.id));
+        }
+    }
+
+    void leaningBodyKeepsItsVolume()
+    {
+        BuildingElement hut;
+        hut.startMaterial = "any";
+        BuildingSolid solid;
+        solid.outline.addRect(0, 1, 4, 2);
+        solid.front = 1;
+        solid.back = -3;
+        solid.lean = solid.backLean = 1;  // a ridge where both meet, two metres up
+        hut.solids = {solid};
+        const kiv::CTriangleMesh mesh = BuildingMesh(hut, QRectF(-10, -10, 20, 20)).mesh();
+        QCOMPARE(openEdges(mesh), 0);
+        QVERIFY(std::abs(volumeOf(mesh) - 16) < 1e-3);
+        QVERIFY(textureError(mesh) < 1e-3);
+    }
 
 private:
     HostFixture m_host;
     Building m_building;
 };
-
-void TestBuildingMesh::initTestCase()
-{
-    ProjectDocument document(m_host.library(), "en");
-    QVERIFY(document.startNew(m_host.options().sampleProject()));
-    m_building = document.building();
-}
-
-void TestBuildingMesh::frontsKeepTheirArea()
-{
-    for (const BuildingElement& element : m_building.elements) {
-        const OutlineTriangles flat(element.outline);
-        const double area = areaOf(element.outline);
-        QVERIFY2(area > 0 && std::abs(areaOf(flat) / area - 1) < 0.015,
-                 qPrintable(QString("%1: %2 instead of %3").arg(element.id).arg(areaOf(flat)).arg(area)));
-    }
-}
-
-void TestBuildingMesh::bodiesAreClosedAndInRealSize()
-{
-    for (const BuildingElement& element : m_building.elements) {
-        const kiv::CTriangleMesh mesh = BuildingMesh(element, m_building.extent).mesh();
-        QVERIFY2(!element.takesMaterial() || volumeOf(mesh) > 0, qPrintable(element.id));
-        QVERIFY2(openEdges(mesh) == 0, qPrintable(QString("%1: %2").arg(element.id).arg(openEdges(mesh))));
-        if (!element.round)
-            QVERIFY2(textureError(mesh) < 0.01, qPrintable(QString("%1: %2").arg(element.id).arg(textureError(mesh))));
-        for (const Vec3& normal : mesh.normals)
-            QVERIFY2(std::abs(kiv::Length(normal) - 1) < 1e-3F, qPrintable(element.id));
-    }
-}
-
-// Projects need not say what their elements are in space.
-void TestBuildingMesh::ruleGivesEveryElementABody()
-{
-    for (BuildingElement element : m_building.elements) {
-        element.solids.clear();
-        const kiv::CTriangleMesh mesh = BuildingMesh(element, m_building.extent).mesh();
-        if (element.takesMaterial())
-            QVERIFY2(volumeOf(mesh) > 0 && openEdges(mesh) == 0, qPrintable(element.id));
-    }
-}
-
-void TestBuildingMesh::leaningBodyKeepsItsVolume()
-{
-    BuildingElement hut;
-    hut.startMaterial = "any";
-    BuildingSolid solid;
-    solid.outline.addRect(0, 1, 4, 2);
-    solid.front = 1;
-    solid.back = -3;
-    solid.lean = solid.backLean = 1;  // a ridge where both meet, two metres up
-    hut.solids = {solid};
-    const kiv::CTriangleMesh mesh = BuildingMesh(hut, QRectF(-10, -10, 20, 20)).mesh();
-    QCOMPARE(openEdges(mesh), 0);
-    QVERIFY(std::abs(volumeOf(mesh) - 16) < 1e-3);
-    QVERIFY(textureError(mesh) < 1e-3);
-}
 
 MATERIAL_TEST_MAIN(TestBuildingMesh)
 #include "TestBuildingMesh.moc"
