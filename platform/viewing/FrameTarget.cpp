@@ -20,19 +20,30 @@ bool CFrameTarget::prepare(const QSize& size)
     return false;
 }
 
-QImage CFrameTarget::Draw(const QSize& size, const std::function<void()>& draw)
+bool CFrameTarget::Draw(const QSize& size, const std::function<void()>& draw)
 {
     if (size.isEmpty() || !prepare(size))
-        return {};
+        return false;
     m_samples->bind();
     QOpenGLFunctions& gl = *QOpenGLContext::currentContext()->functions();
     gl.glViewport(0, 0, size.width(), size.height());
     draw();
     QOpenGLFramebufferObject::blitFramebuffer(m_picture.get(), m_samples.get());
     m_samples->release();
+    return true;
+}
+
+QImage CFrameTarget::ReadBack() const
+{
     QImage picture = m_picture->toImage();
     picture.reinterpretAsFormat(QImage::Format_RGB32);
     return picture;
+}
+
+// Not from the samples: some drivers want one format on both sides to put samples together, and a surface has its own.
+void CFrameTarget::CopyToSurface()
+{
+    QOpenGLFramebufferObject::blitFramebuffer(nullptr, m_picture.get());
 }
 
 void CFrameTarget::Release()

@@ -2,13 +2,17 @@
 
 #include "FrameTarget.h"
 #include "Picking.h"
+#include "PictureSource.h"
 #include "ViewerInput.h"
 #include "ViewerSurface.h"
 #include "gl/RenderDevice.h"
 #include "gl/SceneRenderer.h"
 
+#include <QOpenGLPaintDevice>
 #include <QPainter>
 #include <QTimer>
+#include <QWidget>
+#include <QWindow>
 
 #include <cmath>
 #include <cstring>
@@ -27,8 +31,8 @@ bool isGood(const QSize& size)
     return size.width() > 0 && size.height() > 0 && size.width() <= MaxSide && size.height() <= MaxSide;
 }
 
-/// The directions of x, y and z in the lower left corner.
-void paintAxes(QImage& picture, const CCamera& camera)
+/// The directions of x, y and z in the lower left corner of the frame buffer in use.
+void paintAxes(const QSize& size, const CCamera& camera)
 {
     QMatrix4x4 turn;
     const CVec3<double> eye = camera.GetEye();
@@ -36,9 +40,10 @@ void paintAxes(QImage& picture, const CCamera& camera)
     const CVec3<double> centre = camera.GetCentre();
     turn.lookAt({}, QVector3D(float(centre.x - eye.x), float(centre.y - eye.y), float(centre.z - eye.z)),
                 QVector3D(float(up.x), float(up.y), float(up.z)));
-    QPainter painter(&picture);
+    QOpenGLPaintDevice device(size);
+    QPainter painter(&device);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QPointF origin(36, picture.height() - 36);
+    const QPointF origin(36, size.height() - 36);
     const Qt::GlobalColor colors[] = {Qt::red, Qt::darkGreen, Qt::blue};
     for (int i = 0; i < 3; ++i) {
         QVector3D axis;
@@ -51,7 +56,7 @@ void paintAxes(QImage& picture, const CCamera& camera)
 
 }  // namespace
 
-struct CViewer::Private {
+struct CViewer::Private : IPictureSource {
     explicit Private(std::uintptr_t window) : host(window ? QWidget::find(WId(window)) : nullptr)
     {
         if (!device->GetReason().empty())
@@ -63,7 +68,7 @@ struct CViewer::Private {
         QObject::connect(&rest, &QTimer::timeout, [this] { setDirty(); });
     }
 
-    ~Private()
+    ~Private() override
     {
         delete surface.data();
         if (!renderer)
@@ -84,32 +89,48 @@ struct CViewer::Private {
     QSize windowSize() const { return host ? host->size() : QSize(1, 1); }
     double aspect() const { return double(qMax(1, windowSize().width())) / qMax(1, windowSize().height()); }
 
-    QImage draw(const QSize& size)
+    QImage DrawImage(const QSize& size) override
     {
-        QImage picture = isGood(size) ? drawScene(size) : QImage();
-        if (picture.isNull() && isGood(size)) {
-            picture = QImage(size, QImage::Format_RGB32);
+        if (!isGood(size))
+            return {};
+        const CRenderDevice::CCurrent current(*device);
+        const CFrameTarget* target = current ? drawScene(size) : nullptr;
+        QImage picture = target ? target->ReadBack() : QImage(size, QImage::Format_RGB32);
+        if (!target)
             picture.fill(QColor(background.r, background.g, background.b));
-        }
-        if (!picture.isNull() && options.IsViewAxesEnabled())
-            paintAxes(picture, camera);
         return picture;
     }
 
-    QImage drawScene(const QSize& size)
+    bool DrawWindow(QWindow& window) override
     {
-        if (!renderer)
-            return {};
-        const CRenderDevice::CCurrent current(*device);
-        if (!current)
-            return {};
+        const QSize size = window.size() * window.devicePixelRatio();
+        if (!isGood(size))
+            return true;  // not worth another way
+        CRenderDevice::CCurrent current(*device, &window);
+        CFrameTarget* target = current ? drawScene(size) : nullptr;
+        if (!target)
+            return false;
+        target->CopyToSurface();
+        current.Show();
+        return true;
+    }
+
+    /// Null when nothing can be drawn. The context must be current.
+    CFrameTarget* drawScene(const QSize& size)
+    {
         const CScene::CLocker locker(scene);
-        const double width = size.width();
         const bool isFine = !rest.isActive();
-        const CFrame frame{scene, camera, viewport, passes, background, width / size.height(), isFine};
-        const QImage picture = (isFine ? still : moving).Draw(size, [&] { renderer->Draw(frame); });
-        frames += picture.isNull() ? 0 : 1;
-        return picture;
+        const CFrame frame{scene, camera, viewport, passes, background, double(size.width()) / size.height(), isFine};
+        const auto draw = [&] {
+            renderer->Draw(frame);
+            if (options.IsViewAxesEnabled())
+                paintAxes(size, camera);
+        };
+        CFrameTarget& target = isFine ? still : moving;
+        if (!renderer || !target.Draw(size, draw))
+            return nullptr;
+        ++frames;
+        return &target;
     }
 
     std::shared_ptr<CRenderDevice> device = CRenderDevice::Shared();
@@ -134,7 +155,7 @@ struct CViewer::Private {
 CViewer::CViewer(std::uintptr_t window, int /*automaticFramebuffer*/) : m(std::make_unique<Private>(window))
 {
     if (m->host)
-        m->surface = new CViewerSurface(*m->host, [this](const QSize& size) { return m->draw(size); });
+        m->surface = new CViewerSurface(*m->host, *m, m->renderer != nullptr);
 }
 
 CViewer::~CViewer() = default;
@@ -238,9 +259,9 @@ CImagePtr CViewer::Snapshot(int width, int height)
         return nullptr;
     m->rest.stop();
     // The first drawing asks for the pictures, the second has them.
-    QImage picture = m->draw({width, height});
+    QImage picture = m->DrawImage({width, height});
     if (m->device->GetTextures().WaitForPending())
-        picture = m->draw({width, height});
+        picture = m->DrawImage({width, height});
     picture = picture.convertToFormat(QImage::Format_RGBA8888);
     if (picture.isNull())
         return nullptr;

@@ -74,6 +74,7 @@ private slots:
     void laterRequestsRunAtOnce();
     void placeholderStandsIn();
     void goesBeforeItsTicks();
+    void standsAlone();
     void bodies_data();
     void bodies();
     void missingSky();
@@ -204,6 +205,15 @@ void TestViewerWidget::goesBeforeItsTicks()
             QTRY_VERIFY(widget->GetViewer());
         widget.reset();
     }
+}
+
+void TestViewerWidget::standsAlone()
+{
+    TickedWidget widget(nullptr);
+    widget.SetBackgroundColor(Qt::blue);
+    widget.show();
+    QTRY_VERIFY(widget.GetViewer() && widget.GetViewer()->GetFrameCount() > 0);
+    QCOMPARE(widget.grab().toImage().pixelColor(60, 60), QColor(Qt::blue));
 }
 
 void TestViewerWidget::bodies_data()

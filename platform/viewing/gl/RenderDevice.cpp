@@ -10,18 +10,18 @@ std::weak_ptr<CRenderDevice>& shared()
     return device;
 }
 
-// Of the context alone: the default format is the host's.
-QSurfaceFormat wantedFormat()
+}  // namespace
+
+QSurfaceFormat CRenderDevice::WantedFormat()
 {
     QSurfaceFormat format;
     format.setRenderableType(QSurfaceFormat::OpenGL);
     format.setVersion(2, 1);
     format.setProfile(QSurfaceFormat::NoProfile);
     format.setDepthBufferSize(24);
+    format.setSwapInterval(0);  // several viewers must not wait for the screen one after the other
     return format;
 }
-
-}  // namespace
 
 std::shared_ptr<CRenderDevice> CRenderDevice::Shared()
 {
@@ -54,9 +54,9 @@ CRenderDevice::~CRenderDevice()
 
 void CRenderDevice::create()
 {
-    m_surface.setFormat(wantedFormat());
+    m_surface.setFormat(WantedFormat());
     m_surface.create();
-    m_context->setFormat(wantedFormat());
+    m_context->setFormat(WantedFormat());
     if (!m_surface.isValid() || !m_context->create()) {
         m_reason = "there is no OpenGL here";
         return;
@@ -83,23 +83,26 @@ bool CRenderDevice::isCapable()
     return true;
 }
 
-CRenderDevice::CCurrent::CCurrent(CRenderDevice& device)
-    : m_before(QOpenGLContext::currentContext()), m_surfaceBefore(m_before ? m_before->surface() : nullptr)
+CRenderDevice::CCurrent::CCurrent(CRenderDevice& device, QSurface* surface)
+    : m_context(*device.m_context), m_before(QOpenGLContext::currentContext()),
+      m_surfaceBefore(m_before ? m_before->surface() : nullptr), m_surface(surface)
 {
-    m_current = device.m_context->isValid() && device.m_context->makeCurrent(&device.m_surface);
-    if (!m_current && device.m_reason.empty())
+    if (!m_surface)  // within a drawing, the window that is drawn
+        m_surface = m_before == &m_context ? m_surfaceBefore : &device.m_surface;
+    m_current = m_context.isValid() && m_context.makeCurrent(m_surface);
+    if (!m_current && !surface && device.m_reason.empty())
         device.m_reason = "the OpenGL context cannot be used";
 }
 
 CRenderDevice::CCurrent::~CCurrent()
 {
-    QOpenGLContext* mine = QOpenGLContext::currentContext();
-    if (m_before == mine)
+    const QOpenGLContext* now = QOpenGLContext::currentContext();
+    if (m_before == now && (!now || now->surface() == m_surfaceBefore))
         return;
     if (m_before)
         m_before->makeCurrent(m_surfaceBefore);
-    else if (m_current && mine)
-        mine->doneCurrent();
+    else if (m_current)
+        m_context.doneCurrent();
 }
 
 }  // namespace kiv

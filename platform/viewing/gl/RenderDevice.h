@@ -23,18 +23,27 @@ public:
     static std::shared_ptr<CRenderDevice> Existing();
     ~CRenderDevice();
 
+    /// Asked of contexts and windows, never made the default, which is the host's.
+    static QSurfaceFormat WantedFormat();
+
     /// Makes the context current for its lifetime and puts back what was current before: it may be the host's.
     class CCurrent {
     public:
-        explicit CCurrent(CRenderDevice& device);
+        /// On the surface, or on any without one.
+        explicit CCurrent(CRenderDevice& device, QSurface* surface = nullptr);
         ~CCurrent();
         CCurrent(const CCurrent&) = delete;
         CCurrent& operator=(const CCurrent&) = delete;
         explicit operator bool() const { return m_current; }
 
+        /// Shows what was drawn into the surface.
+        void Show() { m_context.swapBuffers(m_surface); }
+
     private:
+        QOpenGLContext& m_context;
         QOpenGLContext* m_before;
         QSurface* m_surfaceBefore;
+        QSurface* m_surface;
         bool m_current = false;
     };
 
