@@ -52,10 +52,12 @@ QString CAppearanceDynamicEditor::focusedProperty() const
     return focused && focused->hasFocus() ? focused->objectName() : QString();
 }
 
-// The old controls may be the ones that brought this about: they go when they have returned.
+// The old controls may be the ones that brought this about: they go when they have returned, and until then they have
+// nothing to write into.
 void CAppearanceDynamicEditor::replaceControls()
 {
     if (m_controls) {
+        m_controls->SetAppearance(nullptr);
         m_controls->hide();
         m_controls->deleteLater();
     }

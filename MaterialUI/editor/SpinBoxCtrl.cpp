@@ -8,6 +8,7 @@ namespace {
 
 constexpr double Span = 100;
 constexpr int Decimals = 3;
+constexpr double Smallest = 1e-3;  // difference that is shown
 constexpr double Unbounded = 1e6;
 
 }  // namespace
@@ -42,9 +43,10 @@ double CSpinBoxCtrl::shownFor(float value) const
     return qBound(minimum(), QString::number(shown, 'f', decimals()).toDouble(), maximum());
 }
 
+// Steps there and back end within a rounding error of where they began.
 float CSpinBoxCtrl::GetTypedValue() const
 {
-    if (value() == m_shown)
+    if (std::abs(value() - m_shown) < Smallest / 2)
         return m_written;
     return float(double(float(value() - minimum())) / m_scale + minimum());
 }
