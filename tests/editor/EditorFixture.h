@@ -1,0 +1,51 @@
+#pragma once
+
+#include <AppearanceDynamicEditor.h>
+
+#include <LibraryFixture.h>
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class QColorButton;
+
+/// A material library with an editor over it, and what the editor announced.
+class EditorFixture : public LibraryFixture {
+public:
+    EditorFixture();
+
+    /// An appearance of the type, its id as name, in the project's library.
+    kiv::CAppearanceInstancePtr add(const kiv::String& type, const kiv::String& id);
+    /// Shows the appearance in a shown editor.
+    void edit(const kiv::CAppearanceInstancePtr& appearance);
+    /// "record" or the key, in the order of announcements since the last call, with blanks between.
+    QString takeEvents() { return std::exchange(m_events, {}).join(' '); }
+    /// Takes all edits back by their records, the last one first, and answers the document after each.
+    QList<QByteArray> takeBackAll();
+
+    template <typename Control>
+    Control* find(const kiv::String& key) const
+    {
+        return editor->findChild<Control*>(QString::fromStdString(key));
+    }
+
+    std::unique_ptr<CAppearanceDynamicEditor> editor;
+    std::vector<kiv::String> records;
+    /// Called with "record" or the key as it is announced.
+    std::function<void(const QString&)> onEvent = [](const QString&) {};
+
+private:
+    void announce(const QString& event);
+
+    QStringList m_events;
+};
+
+// What a person does.
+
+void typeAnew(QWidget& control, const QString& text);
+void dropFile(QWidget& target, const QString& file);
+/// Presses the button and chooses in the dialog that opens.
+void chooseColor(QColorButton& button, const QColor& color);

@@ -1,0 +1,317 @@
+#include "EditorFixture.h"
+
+#include <ColorCtrl.h>
+#include <GroupBoxCtrl.h>
+#include <ImageCtrl.h>
+#include <ImagePreviewerCtrl.h>
+#include <LineEditCtrl.h>
+#include <SpinBoxCtrl.h>
+
+#include <MaterialTest.h>
+#include <ModalMeeting.h>
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QRandomGenerator>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QToolButton>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+using kiv::MakePropertyValue;
+using Color = kiv::CVec4<float>;
+
+namespace {
+
+/// What a control announced since the last take().
+template <typename T>
+class Announced {
+public:
+    template <typename Control>
+    explicit Announced(Control& control)
+    {
+        QObject::connect(&control, &Control::ChangeProperty,
+                         [this](const kiv::String& key, const kiv::CPropertyValuePtr& value) {
+                             m_keys += QString::fromStdString(key);
+                             values.push_back(value->Get<T>());
+                         });
+    }
+    QString take() { return std::exchange(m_keys, {}).join(' '); }
+
+    std::vector<T> values;
+
+private:
+    QStringList m_keys;
+};
+
+// As from the window system: only then does a wheel that a widget leaves alone go on to what it lies in.
+void turnWheel(QWidget& target)
+{
+    const QPoint centre = target.rect().center();
+    QWheelEvent event(centre, target.mapToGlobal(centre), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(&target, &event);
+}
+
+bool sameBits(float a, float b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+/// How a control takes values and announces changes. `announces`: whether showing another value is announced.
+template <typename Control, typename T, typename Wrong>
+void checkControl(const T& first, const Wrong& wrong, bool announces, const std::function<void(Control&)>& edit,
+                  const T& edited)
+{
+    Control control(QStringLiteral("property"), nullptr);
+    if constexpr (std::is_same_v<Control, CGroupBoxCtrl>)
+        control.setCheckable(true);
+    Announced<T> announced(control);
+    control.SetValue(nullptr);
+    QCOMPARE(announced.take(), QString());
+
+    kiv::CDynamicProperty& property = control;
+    property.SetValue(MakePropertyValue(first));
+    QVERIFY(property.GetValue()->template Get<T>() == first);
+    QCOMPARE(announced.take(), QString(announces ? "property" : ""));
+    property.SetValue(MakePropertyValue(first));
+    property.SetValue(nullptr);
+    QVERIFY_EXCEPTION_THROWN(property.SetValue(MakePropertyValue(wrong)), boost::bad_any_cast);
+    QVERIFY(property.GetValue()->template Get<T>() == first);
+    QCOMPARE(announced.take(), QString());
+
+    control.setObjectName(QStringLiteral("renamed"));
+    edit(control);
+    QCOMPARE(announced.take(), QString("renamed"));
+    QVERIFY(announced.values.back() == edited);
+    QVERIFY(property.GetValue()->template Get<T>() == edited);
+}
+
+}  // namespace
+
+/// The controls of one property each: what they show, what they answer, and what they announce.
+class TestPropertyControls : public MaterialTest {
+    Q_OBJECT
+
+private slots:
+    void announceEachChange()
+    {
+        m_fixture.write("textures/new.png", makePicture(Qt::blue, "PNG"));
+        const QString file = m_fixture.path("textures/new.png");
+        checkControl<CSpinBoxCtrl, float>(
+            4, true, true, [](CSpinBoxCtrl& control) { QTest::keyClick(&control, Qt::Key_Up); }, 5);
+        checkControl<CColorCtrl, Color>({1, 0, 0, 0.25F}, 1.0F, true,
+                                        [](CColorCtrl& control) { chooseColor(control, Qt::green); }, {0, 1, 0, 0.25F});
+        checkControl<CLineEditCtrl, std::string>(
+            u8"红木", 1, true, [](CLineEditCtrl& control) { QTest::keyClick(&control, Qt::Key_X); }, u8"红木x");
+        checkControl<CImageCtrl, std::string>(
+            u8"图/old.png", 1, false, [&](CImageCtrl& control) { dropFile(control.GetThumbnail(), file); },
+            file.toStdString());
+        checkControl<CGroupBoxCtrl, bool>(
+            false, 0.0F, false, [](CGroupBoxCtrl& control) { QTest::keyClick(&control, Qt::Key_Space); }, true);
+    }
+
+    void spinBoxScales_data()
+    {
+        const auto row = testColumns<bool, double, double, float, QString, QString, float>(
+            "scaled", "low", "high", "stored", "shown", "typed", "answered");
+        row("percent", true, 0, 1, 0.5F, "50", "75", 0.75F);
+        row("lower bound", true, -1, 1, -1, "-1", "99", 1);
+        row("middle", true, -1, 1, 0, "49", "-1", -1);
+        row("upper bound", true, -1, 1, 1, "99", "49", 0);
+        row("above its range", true, 0, 1, 7, "100", "12.5", 0.125F);
+        row("below its range", true, 0, 1, -7, "0", "100", 1);
+        row("fraction", true, 0, 1, 0.123456F, "12.346", "0.002", 0.00002F);
+        row("without a range", false, 0, 0, 1.5F, "1.5", "2.25", 2.25F);
+        row("large", false, 0, 0, 123456, "123456", "1000000", 1000000);
+    }
+
+    void spinBoxScales()
+    {
+        QFETCH(float, stored);
+        QFETCH(float, answered);
+        QFETCH(QString, typed);
+        CSpinBoxCtrl control("number", nullptr);
+        control.setLocale(QLocale::c());
+        if (QFETCH(bool, scaled); scaled) {
+            QFETCH(double, low);
+            QFETCH(double, high);
+            control.SetPropertyRange(low, high);
+        }
+        Announced<float> announced(control);
+        control.SetTypedValue(stored);
+        QTEST(control.text(), "shown");
+        QVERIFY(sameBits(control.GetTypedValue(), stored));
+        for (const float noNumber : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()})
+            control.SetTypedValue(noNumber);
+        QVERIFY(sameBits(control.GetTypedValue(), stored));
+        typeAnew(control, typed);
+        QCOMPARE(control.text(), typed);
+        QCOMPARE(control.GetTypedValue(), answered);
+        QCOMPARE(announced.values.back(), answered);
+    }
+
+    // Looking at a number must not change it, nor may a step there and back.
+    void spinBoxKeepsEveryFloat()
+    {
+        QRandomGenerator random(4);
+        for (const auto& [low, high] : {std::pair(0.0, 1.0), {-1.0, 1.0}, {1.0, 3.0}, {0.0, 0.1}, {-300.0, 7.5}}) {
+            CSpinBoxCtrl control("number", nullptr);
+            control.SetPropertyRange(low, high);
+            Announced<float> announced(control);
+            for (int i = 0; i < 4000; ++i) {
+                const auto stored = float(low + (high - low) * random.generateDouble());
+                control.SetTypedValue(stored);
+                if (i % 20 == 0 && control.value() > low + 1 && control.value() < low + 99) {
+                    QTest::keyClick(&control, Qt::Key_Up);
+                    QVERIFY(!sameBits(control.GetTypedValue(), stored));
+                    QTest::keyClick(&control, Qt::Key_Down);
+                }
+                QVERIFY2(sameBits(control.GetTypedValue(), stored),
+                         qPrintable(QString::number(double(stored), 'g', 9)));
+                QVERIFY(announced.values.empty() || sameBits(announced.values.back(), stored));
+            }
+        }
+    }
+
+    void wheelScrollsThePanelUntilTheNumberHasTheFocus()
+    {
+        QScrollArea area;
+        auto* page = new QWidget;
+        page->setFixedSize(200, 2000);
+        area.setWidget(page);
+        area.resize(220, 200);
+        auto* number = new CSpinBoxCtrl("number", page);
+        number->move(10, 150);
+        auto* other = new QToolButton(page);
+        number->SetTypedValue(50);
+        Announced<float> announced(*number);
+        area.show();
+        QVERIFY(QTest::qWaitForWindowActive(&area));
+        other->setFocus();
+        turnWheel(*number);
+        QVERIFY(area.verticalScrollBar()->value() > 0);
+        QVERIFY(!number->hasFocus());
+        QCOMPARE(announced.take(), QString());
+        QTest::mouseClick(number->findChild<QLineEdit*>(), Qt::LeftButton);
+        const int scrolled = area.verticalScrollBar()->value();
+        turnWheel(*number);
+        QCOMPARE(area.verticalScrollBar()->value(), scrolled);
+        QCOMPARE(announced.take(), QString("number"));
+        QCOMPARE(number->GetTypedValue(), 49.0F);
+    }
+
+    void colorsAreShownInSteps_data()
+    {
+        constexpr float none = std::numeric_limits<float>::quiet_NaN();
+        const auto row = testColumns<QVector<float>, QString, QVector<float>>("stored", "text", "answered");
+        row("truncated", {0.999F, 0.5F, 0, 0.3F}, "RGB(254,127,0)", {float(254 / 255.0), float(127 / 255.0), 0, 0.3F});
+        row("outside", {-1, 2, 1, -3}, "RGB(0,255,255)", {0, 1, 1, -3});
+        row("no number", {none, 1, 0, 1}, "RGB(0,255,0)", {0, 1, 0, 1});
+    }
+
+    void colorsAreShownInSteps()
+    {
+        QFETCH(QVector<float>, stored);
+        QFETCH(QVector<float>, answered);
+        CColorCtrl control("color", nullptr);
+        control.SetTypedValue({stored[0], stored[1], stored[2], stored[3]});
+        QTEST(control.text(), "text");
+        QVERIFY(control.GetTypedValue() == Color(answered[0], answered[1], answered[2], answered[3]));
+        chooseColor(control, QColor(1, 2, 3));
+        QCOMPARE(control.text(), QString("RGB(1,2,3)"));
+        QVERIFY(control.GetTypedValue() == Color(1 / 255.0F, 2 / 255.0F, 3 / 255.0F, answered[3]));
+    }
+
+    void imageNames_data()
+    {
+        const auto row = testColumns<QString, QString>("path", "name");
+        row("file in a folder", "/some/dir/a.png", "a.png");
+        row("stored path", "dir\\a.png", "a.png");
+        row("slash before backslash", "d\\x/y\\z.png", "y\\z.png");
+        row("no separator", u8"木.png", u8"木.png");
+        row("slash first", "/a.png", "/a.png");
+        row("backslash first", "\\a.png", "\\a.png");
+        row("nothing", "", "");
+    }
+
+    void imageNames()
+    {
+        QFETCH(QString, path);
+        CImageCtrl control("image", nullptr);
+        control.SetTypedValue("before.png");
+        control.SetTypedValue(path.toStdString());
+        const auto* label = control.findChild<QLabel*>();
+        QTEST(label->text(), "name");
+        QVERIFY(!label->wordWrap());
+        QCOMPARE(label->toolTip(), path);
+        QCOMPARE(control.GetTypedValue(), path.toStdString());
+    }
+
+    void imageOffersItsButtons()
+    {
+        CImageCtrl control("image", nullptr);
+        QStringList asked;
+        connect(&control, &CImageCtrl::GenerateNormalMap, [&](CImageCtrl* by) { asked += by->objectName(); });
+        control.AddNormalMapButton();
+        control.AddNormalMapButton();
+        const auto buttons = control.findChildren<QToolButton*>();
+        QCOMPARE(buttons.size(), 2);
+        const QToolButton* choose = buttons[0];
+        QCOMPARE(choose->text() + choose->toolTip(), QString("...Select image"));
+        QCOMPARE(choose->maximumSize(), QSize(25, 25));
+        QToolButton* normalMap = buttons[1];
+        QCOMPARE(normalMap->text() + normalMap->toolTip(), QString("<>Auto generate bump image"));
+        QCOMPARE(normalMap->minimumSize(), QSize(20, 20));
+        QTest::mousePress(normalMap, Qt::LeftButton);
+        QCOMPARE(asked, QStringList("image"));
+    }
+
+    void thumbnailAsksForThePlacementOrForAPicture()
+    {
+        m_fixture.write("textures/a.png", makePicture(Qt::blue, "PNG"));
+        m_fixture.write("textures/page.png", "<html>");
+        const QString file = m_fixture.path("textures/a.png");
+        CImageCtrl control("image", nullptr);
+        Announced<std::string> announced(control);
+        QStringList placed;
+        connect(&control, &CImageCtrl::ShowTextureEditor, [&](const QString& key) { placed += key; });
+        const auto answer = [](const QString& with) {
+            return [with](QFileDialog& dialog) {
+                if (!with.isEmpty())
+                    dialog.selectFile(with);
+                QTest::keyClick(&dialog, with.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+            };
+        };
+        for (const QString& refused : {QString(), m_fixture.path("textures/page.png"), file}) {
+            QCOMPARE(announced.take(), QString());
+            ModalMeeting<QFileDialog> meeting(answer(refused));
+            QTest::mouseClick(&control.GetThumbnail(), Qt::LeftButton);
+            QVERIFY(meeting.met);
+        }
+        QCOMPARE(announced.take(), QString("image"));
+        QCOMPARE(control.findChild<QLabel*>()->text(), QString("a.png"));
+        QCOMPARE(placed, QStringList());
+        QTest::mouseClick(&control.GetThumbnail(), Qt::LeftButton);
+        QTest::keyClick(&control.GetThumbnail(), Qt::Key_Space);
+        QCOMPARE(placed, QStringList({"image", "image"}));
+
+        dropFile(control.GetThumbnail(), m_fixture.path("textures/page.png"));
+        QCOMPARE(announced.take(), QString());
+        ModalMeeting<QFileDialog> meeting(answer(file));
+        QTest::mouseClick(control.findChild<QToolButton*>(), Qt::LeftButton);
+        QVERIFY(meeting.met);
+        QCOMPARE(announced.take(), QString("image"));
+        QCOMPARE(announced.values.back(), file.toStdString());
+    }
+
+private:
+    LibraryFixture m_fixture;
+};
+
+MATERIAL_TEST_MAIN(TestPropertyControls)
+#include "TestPropertyControls.moc"
