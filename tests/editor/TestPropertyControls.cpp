@@ -18,7 +18,6 @@
 #include <QToolButton>
 
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 using kiv::MakePropertyValue;
@@ -59,7 +58,7 @@ void turnWheel(QWidget& target)
 
 bool sameBits(float a, float b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return a == b && std::signbit(a) == std::signbit(b);
 }
 
 /// How a control takes values and announces changes. `announces`: whether showing another value is announced.
