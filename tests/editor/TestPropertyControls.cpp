@@ -177,7 +177,7 @@ private slots:
         }
     }
 
-    void wheelScrollsThePanelUntilTheNumberHasTheFocus()
+    void wheelScrollsThePanelOverANumber()
     {
         QScrollArea area;
         auto* page = new QWidget;
@@ -196,12 +196,7 @@ private slots:
         QVERIFY(area.verticalScrollBar()->value() > 0);
         QVERIFY(!number->hasFocus());
         QCOMPARE(announced.take(), QString());
-        QTest::mouseClick(number->findChild<QLineEdit*>(), Qt::LeftButton);
-        const int scrolled = area.verticalScrollBar()->value();
-        turnWheel(*number);
-        QCOMPARE(area.verticalScrollBar()->value(), scrolled);
-        QCOMPARE(announced.take(), QString("number"));
-        QCOMPARE(number->GetTypedValue(), 49.0F);
+        QCOMPARE(number->GetTypedValue(), 50.0F);
     }
 
     void colorsAreShownInSteps_data()
