@@ -1,5 +1,7 @@
 #include "AppearanceHeading.h"
 
+#include <PlainTip.h>
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -55,7 +57,7 @@ void CAppearanceHeading::ShowAppearance(const kiv::CAppearanceInstancePtr& appea
     m_applyButton->setVisible(appearance != nullptr);
     m_name->setText(appearance ? shownText(appearance->GetName()) : QString());
     m_place->setText(appearance ? placeText(*appearance) : tr("请选择材质"));
-    setToolTip(appearance ? QString::fromLocal8Bit(appearance->GetTags().c_str()).toHtmlEscaped() : QString());
+    setToolTip(appearance ? PlainTip(QString::fromLocal8Bit(appearance->GetTags().c_str())) : QString());
 }
 
 QString CAppearanceHeading::placeText(const kiv::CAppearanceInstance& appearance) const

@@ -17,17 +17,21 @@ void CEditStack::Push(const kiv::String& record)
 kiv::CAppearanceInstancePtr CEditStack::TakeBackLast(kiv::CAppearanceLibraryManager& manager,
                                                      const kiv::CAppearanceLibraryPtr& library)
 {
-    if (IsEmpty())
-        return {};
-    const kiv::String record = std::move(m_records.back());
-    m_records.pop_back();
     kiv::CAppearanceSerializer serializer(manager);
     serializer.SetAppearanceLibrary(library);
-    return serializer.DeserializeEditedMaterialData(record);
+    kiv::CAppearanceInstancePtr appearance;
+    while (!appearance && !IsEmpty()) {
+        appearance = serializer.DeserializeEditedMaterialData(m_records.back());
+        m_records.pop_back();
+    }
+    return appearance;
 }
 
-void CEditStack::TakeBackAll(kiv::CAppearanceLibraryManager& manager, const kiv::CAppearanceLibraryPtr& library)
+std::set<kiv::CAppearanceInstancePtr> CEditStack::TakeBackAll(kiv::CAppearanceLibraryManager& manager,
+                                                              const kiv::CAppearanceLibraryPtr& library)
 {
-    while (!IsEmpty())
-        TakeBackLast(manager, library);
+    std::set<kiv::CAppearanceInstancePtr> concerned;
+    while (const auto appearance = TakeBackLast(manager, library))
+        concerned.insert(appearance);
+    return concerned;
 }

@@ -96,6 +96,7 @@ struct CMaterialLibraryWidget::Private {
     void connectSignals(QDialog& dialog) const;
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
     void show(const kiv::CAppearanceInstancePtr& appearance) const;
+    void followLibrary() const;
     void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
     void showAwaited();
     void showCloudStatus() const;
@@ -113,6 +114,7 @@ struct CMaterialLibraryWidget::Private {
     std::function<void(const kiv::CAppearanceInstancePtr&)> reactor;
     CMaterialLibraryForm form;
     kiv::CAppearanceInstancePtr awaited;  ///< shown although textures of it are not here yet
+    bool hasEdits = false;                ///< that wait to be kept or taken back
     QTimer statusTimer;
     QTimer favoriteLoadTimer;
 };
@@ -133,7 +135,12 @@ CMaterialLibraryWidget::CMaterialLibraryWidget(kiv::CMaterialLibrary* library, b
 {
 }
 
-CMaterialLibraryWidget::~CMaterialLibraryWidget() = default;
+// Destroyed while it was open: nobody is left who could take its edits back.
+CMaterialLibraryWidget::~CMaterialLibraryWidget()
+{
+    if (m->hasEdits)
+        CEditStack::Instance().Clear();
+}
 
 // ---- set-up
 
@@ -144,8 +151,6 @@ void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool
         if (translator->load(QCoreApplication::applicationDirPath() + QStringLiteral("/materialui_zh.qm")))
             QCoreApplication::installTranslator(translator);
     }
-    // What a dialog that was destroyed while it was open left behind was kept.
-    CEditStack::Instance().Clear();
     setWindowTitle(tr("材质库"));
     m->setUpWindow(*this);
     m->form.Build(*this, m->library, provider, m->cloudEnabled);
@@ -246,6 +251,25 @@ void CMaterialLibraryWidget::UpdateBrowserLibrary()
 {
     if (const auto library = m->projectLibrary())
         m->form.projectBrowser->UpdateLibrary(library);
+    m->followLibrary();
+}
+
+// What is edited may have been taken away or replaced by the host.
+void CMaterialLibraryWidget::Private::followLibrary() const
+{
+    const kiv::CAppearanceInstancePtr edited = form.editor->GetAppearance();
+    const auto library = projectLibrary();
+    if (!edited || !library || !form.editor->isEnabled())
+        return;
+    const auto now = library->FindInstance(edited->GetId());
+    const auto favorites = manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
+    const bool isFavorite = favorites && favorites->FindInstance(edited->GetId()) == edited;
+    if (now == edited || isFavorite)
+        return;
+    if (now)
+        show(now);
+    else
+        form.editor->setEnabled(false);
 }
 
 void CMaterialLibraryWidget::SetApplyAppearanceReactor(
@@ -277,8 +301,10 @@ void CMaterialLibraryWidget::OnApply()
 {
     CEditStack::Instance().Clear();
     QString id = m->form.projectBrowser->GetCurSel();
+    const QPointer<CMaterialLibraryWidget> alive(this);
     emit MatApply(id);
-    accept();
+    if (alive)
+        accept();
 }
 
 void CMaterialLibraryWidget::OnApplyAppearanceButton()
@@ -341,6 +367,7 @@ kiv::CAppearanceInstancePtr CMaterialLibraryWidget::Private::appearanceAt(const 
 void CMaterialLibraryWidget::OnTransformEditedData(const kiv::String& record)
 {
     CEditStack::Instance().Push(record);
+    m->hasEdits = true;
 }
 
 void CMaterialLibraryWidget::OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr& appearance,
@@ -352,18 +379,16 @@ void CMaterialLibraryWidget::OnAppearancePropertyChanged(const kiv::CAppearanceI
         m->form.previewer->SetAppearance(appearance);
         m->form.heading->ShowAppearance(appearance);
     }
+    const QPointer<CMaterialLibraryWidget> alive(this);
     AppearancePropertyChangedFunc(appearance, key);
-    emit AppearanceEdited(appearance);
+    if (alive)
+        emit AppearanceEdited(appearance);
 }
 
 void CMaterialLibraryWidget::OnUndo()
 {
-    const auto appearance = CEditStack::Instance().TakeBackLast(m->manager, m->projectLibrary());
-    if (!appearance)
-        return;
-    UpdateBrowserLibrary();
-    m->showAnew(appearance);
-    emit AppearanceEdited(appearance);
+    if (const auto appearance = CEditStack::Instance().TakeBackLast(m->manager, m->projectLibrary()))
+        showTakenBack({appearance});
 }
 
 void CMaterialLibraryWidget::OnRevocation()
@@ -371,14 +396,28 @@ void CMaterialLibraryWidget::OnRevocation()
     reject();
 }
 
-void CMaterialLibraryWidget::reject()
+void CMaterialLibraryWidget::done(int result)
 {
-    CEditStack& edits = CEditStack::Instance();
-    if (!edits.IsEmpty()) {
-        edits.TakeBackAll(m->manager, m->projectLibrary());
-        UpdateBrowserLibrary();
+    const QPointer<CMaterialLibraryWidget> alive(this);
+    m->hasEdits = false;
+    if (result == Rejected)
+        showTakenBack(CEditStack::Instance().TakeBackAll(m->manager, m->projectLibrary()));
+    if (alive)
+        QDialog::done(result);
+}
+
+void CMaterialLibraryWidget::showTakenBack(const std::set<kiv::CAppearanceInstancePtr>& appearances)
+{
+    if (appearances.empty())
+        return;
+    UpdateBrowserLibrary();
+    const QPointer<CMaterialLibraryWidget> alive(this);
+    for (const auto& appearance : appearances) {
+        if (!alive)
+            return;
+        m->showAnew(appearance);
+        emit AppearanceEdited(appearance);
     }
-    QDialog::reject();
 }
 
 // ---- searching and switching
@@ -452,11 +491,13 @@ void CMaterialLibraryWidget::closeEvent(QCloseEvent* event)
     kiv::CShaderProgramManager::GetInstance().UnloadAll();
 }
 
-// In the search line the key goes to the match, and not on to the default button.
+// In the search line the key goes to the match, and in the editor it ends an entry; neither is meant for the default
+// button.
 void CMaterialLibraryWidget::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && m->form.searchLine->hasFocus())
+    const QWidget* focused = focusWidget();
+    if (isEnter && focused && (focused == m->form.searchLine || m->form.editor->isAncestorOf(focused)))
         event->accept();
     else
         QDialog::keyPressEvent(event);

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 class AppearanceLibraryProvider;
@@ -63,8 +64,8 @@ signals:
 public slots:
     /// Takes back what was edited since the dialog was opened, the last edit first, and rejects.
     void OnRevocation();
-    /// The same.
-    void reject() override;
+    /// Closes the dialog; with QDialog::Rejected, whoever asked for that, after OnRevocation's work.
+    void done(int result) override;
 
 protected:
     // What a derived widget can replace. The order is an interface to hosts.
@@ -118,6 +119,7 @@ protected slots:
 
 private:
     void Initilize(AppearanceLibraryProvider* provider, bool loadTranslation);
+    void showTakenBack(const std::set<kiv::CAppearanceInstancePtr>& appearances);
 
     struct Private;
     std::unique_ptr<Private> m;

@@ -2,12 +2,14 @@
 
 #include "ItemRoles.h"
 
+#include <PlainTip.h>
+
 CCategoryTreeItem::CCategoryTreeItem(const QString& path, const QString& text, const QIcon& icon)
     : QTreeWidgetItem(CategoryItem), m_path(path), m_text(text),
       m_isOther(path.section('/', -1) == QLatin1String("Other"))
 {
     setText(0, text);
-    setToolTip(0, "<span>" + text.toHtmlEscaped() + "</span>");  // rich text for certain
+    setToolTip(0, PlainTip(text));
     setIcon(0, icon);
     setData(0, IdRole, path);
 }

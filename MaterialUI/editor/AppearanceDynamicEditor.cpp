@@ -1,7 +1,9 @@
 #include "AppearanceDynamicEditor.h"
 
+#include "DynamicProperty.h"
 #include "DynamicWidget.h"
 
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace {
@@ -39,17 +41,35 @@ void CAppearanceDynamicEditor::Refresh()
         setEnabled(false);
         return;
     }
-    const QString focused = focusedProperty();
+    const Focus focus = focused();
     replaceControls();
     setEnabled(true);
-    if (QWidget* control = focused.isEmpty() ? nullptr : m_controls->findChild<QWidget*>(focused))
-        control->setFocus();
+    restore(focus);
 }
 
-QString CAppearanceDynamicEditor::focusedProperty() const
+// A property may have several widgets (picture, buttons): they are told apart by their order.
+CAppearanceDynamicEditor::Focus CAppearanceDynamicEditor::focused() const
 {
-    const QWidget* focused = m_controls && isEnabled() ? m_controls->focusWidget() : nullptr;
-    return focused && focused->hasFocus() ? focused->objectName() : QString();
+    QWidget* widget = m_controls && isEnabled() ? m_controls->focusWidget() : nullptr;
+    if (!widget || !widget->hasFocus())
+        return {};
+    const auto* line = qobject_cast<QLineEdit*>(widget);
+    const int cursor = line ? line->cursorPosition() : 0;
+    for (QWidget* control = widget; control != m_controls; control = control->parentWidget())
+        if (dynamic_cast<kiv::CDynamicProperty*>(control))
+            return {control->objectName(), control->findChildren<QWidget*>().indexOf(widget), cursor};
+    return {};
+}
+
+void CAppearanceDynamicEditor::restore(const Focus& focus)
+{
+    auto* control = focus.property.isEmpty() ? nullptr : m_controls->findChild<QWidget*>(focus.property);
+    if (!control)
+        return;
+    QWidget* widget = control->findChildren<QWidget*>().value(focus.part, control);
+    widget->setFocus();
+    if (auto* line = qobject_cast<QLineEdit*>(widget))
+        line->setCursorPosition(focus.cursor);
 }
 
 // The old controls may be the ones that brought this about: they go when they have returned, and until then they have
@@ -73,7 +93,8 @@ void CAppearanceDynamicEditor::replaceControls()
 
 void CAppearanceDynamicEditor::OnChangeAppearance(const kiv::String& propId)
 {
-    emit OnAppearancePropertyChanged(GetAppearance(), propId);
+    const kiv::CAppearanceInstancePtr edited = GetAppearance();  // whatever a listener selects meanwhile
+    emit OnAppearancePropertyChanged(edited, propId);
 }
 
 void CAppearanceDynamicEditor::TransformEditedData(const kiv::String& data)

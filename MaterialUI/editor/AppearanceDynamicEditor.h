@@ -24,7 +24,15 @@ public slots:
     void TransformEditedData(const kiv::String& data);
 
 private:
-    QString focusedProperty() const;
+    /// Where the keyboard is: the key of a property, which of its widgets (-1 itself), and where in a text.
+    struct Focus {
+        QString property;
+        int part = -1;
+        int cursor = 0;
+    };
+
+    Focus focused() const;
+    void restore(const Focus& focus);
     void replaceControls();
 
     kiv::CMaterialLibrary& m_library;

@@ -9,6 +9,7 @@
 
 #include <GlobalConfig.h>
 #include <MaterialConstants.h>
+#include <PlainTip.h>
 
 #include <kiv/AppearanceTemplate.h>
 
@@ -58,12 +59,20 @@ void CDynamicWidget::SetAppearance(const kiv::CAppearanceInstancePtr& appearance
 
 // ---- the elements
 
+// The panel is the one of the category, which need not be the appearance's own type: then a key may hold anything.
+template <typename T>
+kiv::CPropertyValuePtr CDynamicWidget::valueOf(const CAppearanceUIElement& element) const
+{
+    const kiv::CPropertyValuePtr value = m_appearance->FindProperty(element.GetAttribute("parameter"));
+    return value && value->TryGet<T>() ? value : nullptr;
+}
+
 bool CDynamicWidget::BuildNameLine(const CAppearanceUIElement& element, const String& parentGroup)
 {
     if (!GMaterialUI::CGlobalConfig::isMaterialNameEditable())
         return true;
     auto* control = new CLineEditCtrl(toQt(element.GetAttribute("id")), this);
-    control->SetValue(m_appearance->FindProperty(element.GetAttribute("parameter")));
+    control->SetValue(valueOf<std::string>(element));
     control->setCursorPosition(0);
     connect(control, SIGNAL(ChangeProperty(const kiv::String&, const kiv::CPropertyValuePtr&)), this,
             SLOT(OnPropertyChanged(const kiv::String&, const kiv::CPropertyValuePtr&)));
@@ -74,10 +83,10 @@ bool CDynamicWidget::BuildNameLine(const CAppearanceUIElement& element, const St
 bool CDynamicWidget::BuildGroup(const CAppearanceUIElement& element, const String& parentGroup)
 {
     auto* control = new CGroupBoxCtrl(toQt(element.GetAttribute("id")), this);
-    control->setTitle(shownText(element.GetAttribute("label")));
+    control->setTitle(PlainCaption(shownText(element.GetAttribute("label"))));
     if (element.GetAttribute("checkable") == "1") {
         control->setCheckable(true);
-        control->SetValue(m_appearance->FindProperty(element.GetAttribute("parameter")));
+        control->SetValue(valueOf<bool>(element));
         connect(control, SIGNAL(ChangeProperty(const kiv::String&, const kiv::CPropertyValuePtr&)), this,
                 SLOT(OnPropertyChanged(const kiv::String&, const kiv::CPropertyValuePtr&)));
     }
@@ -91,7 +100,7 @@ bool CDynamicWidget::BuildColor(const CAppearanceUIElement& element, const Strin
 {
     auto* control = new CColorCtrl(toQt(element.GetAttribute("id")), this);
     control->setShowToolTip(false);
-    control->SetValue(m_appearance->FindProperty(element.GetAttribute("parameter")));
+    control->SetValue(valueOf<kiv::CVec4<float>>(element));
     connect(control, SIGNAL(ChangeProperty(const kiv::String&, const kiv::CPropertyValuePtr&)), this,
             SLOT(OnPropertyChanged(const kiv::String&, const kiv::CPropertyValuePtr&)));
     addRow(element, parentGroup, *control);
@@ -126,7 +135,7 @@ bool CDynamicWidget::BuildNumber(const CAppearanceUIElement& element, const Stri
     setRange(element, *control);
     if (element.HasAttribute("unit"))
         control->setSuffix(" " + shownText(element.GetAttribute("unit")));
-    control->SetValue(m_appearance->FindProperty(element.GetAttribute("parameter")));
+    control->SetValue(valueOf<float>(element));
     control->setMinimumHeight(NumberHeight);
     connect(control, SIGNAL(ChangeProperty(const kiv::String&, const kiv::CPropertyValuePtr&)), this,
             SLOT(OnPropertyChanged(const kiv::String&, const kiv::CPropertyValuePtr&)));
@@ -173,10 +182,12 @@ QBoxLayout& CDynamicWidget::layoutOf(const String& group) const
 
 void CDynamicWidget::addRow(const CAppearanceUIElement& element, const String& parentGroup, QWidget& control)
 {
-    auto* label = new QLabel(shownText(element.GetAttribute("label")), this);
+    const QString text = shownText(element.GetAttribute("label"));
+    auto* label = new QLabel(PlainCaption(text), this);
+    label->setTextFormat(Qt::PlainText);
     label->setMinimumWidth(LabelWidth);
     label->setBuddy(&control);
-    control.setAccessibleName(label->text());
+    (control.focusProxy() ? control.focusProxy() : &control)->setAccessibleName(text);
     describe(element, control);
     label->setToolTip(control.toolTip());
     auto* row = new QHBoxLayout;
@@ -189,7 +200,7 @@ void CDynamicWidget::addRow(const CAppearanceUIElement& element, const String& p
 void CDynamicWidget::describe(const CAppearanceUIElement& element, QWidget& control) const
 {
     if (element.HasAttribute("tooltip"))
-        control.setToolTip(shownText(element.GetAttribute("tooltip")));
+        control.setToolTip(PlainTip(shownText(element.GetAttribute("tooltip"))));
 }
 
 QString CDynamicWidget::shownText(const String& stored) const

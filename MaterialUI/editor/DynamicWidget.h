@@ -11,8 +11,8 @@ class QBoxLayout;
 /// The controls of one appearance, built from the panel description of its category. A change is written into the
 /// appearance at once and announced twice: first as a record of the appearance before it, then by the key.
 ///
-/// Records are made for appearances of the user library "Customer Library"; of another one they are empty. While the
-/// controls are being built nothing is written or announced.
+/// Records are made for appearances of a user library, "Customer Library" before all others; of an appearance that lies
+/// in none they are empty. While the controls are being built nothing is written or announced.
 class CDynamicWidget : public QWidget, public kiv::CAppearanceUIBuilder {
     Q_OBJECT
 
@@ -45,7 +45,7 @@ public slots:
     /// appearance, or its texture, is another one by then.
     void OnShowTextureEditor(const QString& id);
     /// Makes the normal map of the diffuse texture beside it, unless it is there already, and lets the control show and
-    /// announce it. What cannot be written is told.
+    /// announce it; the map is placed as the texture is. What cannot be written is told.
     void OnGenNormalMap(CImageCtrl* pControl);
 
 private:
@@ -54,7 +54,11 @@ private:
     void keepPlacement(const kiv::String& key, kiv::CAppearanceInstance& texture,
                        const kiv::CAppearanceInstance& placed);
     QString makeNormalMap(const QString& picture);
+    kiv::CAppearanceLibraryPtr libraryOf(const kiv::CAppearanceInstancePtr& appearance) const;
 
+    /// The value that the element shows; null when it is no T, which the control then leaves at its default.
+    template <typename T>
+    kiv::CPropertyValuePtr valueOf(const kiv::CAppearanceUIElement& element) const;
     QBoxLayout& layoutOf(const kiv::String& group) const;
     void addRow(const kiv::CAppearanceUIElement& element, const kiv::String& parentGroup, QWidget& control);
     void describe(const kiv::CAppearanceUIElement& element, QWidget& control) const;
@@ -65,4 +69,6 @@ private:
     kiv::CMaterialLibrary& m_library;
     kiv::CAppearanceInstancePtr m_appearance;
     bool m_isBuilt = false;
+    /// The texture that a normal map is being made of, whose placement the map takes over.
+    kiv::CAppearanceInstancePtr m_mapped;
 };

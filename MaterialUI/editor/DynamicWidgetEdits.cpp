@@ -23,6 +23,12 @@ namespace {
 constexpr double ReliefHeight = 8.0;
 constexpr double ReliefSmoothing = 2.0;
 
+void takePlacement(CAppearanceInstance& texture, const CAppearanceInstance& placed)
+{
+    for (const char* part : {"rotation", "scale", "offset", "transform", "repeat_h", "repeat_v"})
+        texture.SetProperty(part, placed.FindProperty(part));
+}
+
 class WaitCursor {
 public:
     WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -42,9 +48,23 @@ bool CDynamicWidget::announceEdit(const String& key)
     const QPointer<CDynamicWidget> alive(this);
     const CAppearanceInstancePtr edited = m_appearance;
     kiv::CAppearanceSerializer serializer(m_manager);
-    serializer.SetAppearanceLibrary(m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME));
+    serializer.SetAppearanceLibrary(libraryOf(edited));
     emit TransformEditedData(serializer.SerializeEditedMaterialData(edited->GetId(), kiv::EditedMaterialChanged, key));
     return alive && m_appearance == edited;
+}
+
+// By the object: another one may lie under its id by now, which has nothing to do with the edit.
+kiv::CAppearanceLibraryPtr CDynamicWidget::libraryOf(const CAppearanceInstancePtr& appearance) const
+{
+    const auto holds = [&](const kiv::CAppearanceLibraryPtr& library) {
+        return library && library->FindInstance(appearance->GetId()) == appearance;
+    };
+    if (const auto project = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME); holds(project))
+        return project;
+    for (auto it = m_manager.beginLibrary(); it != m_manager.endLibrary(); ++it)
+        if (it->second != m_manager.GetSystemLibrary() && holds(it->second))
+            return it->second;
+    return {};
 }
 
 void CDynamicWidget::OnPropertyChanged(const String& id, const kiv::CPropertyValuePtr& val)
@@ -64,8 +84,11 @@ void CDynamicWidget::OnImageChanged(const String& id, const kiv::CPropertyValueP
 {
     if (!announceEdit(id))
         return;
-    if (const auto texture = textureOf(id))
+    if (const auto texture = textureOf(id)) {
         texture->SetProperty(APPEARANCE_TEXTURE_FILE, val);
+        if (m_mapped)
+            takePlacement(*texture, *m_mapped);
+    }
     emit ChangeAppearance(id);
 }
 
@@ -84,8 +107,7 @@ void CDynamicWidget::OnShowTextureEditor(const QString& id)
     if (!texture)
         return;
     const QPointer<CDynamicWidget> alive(this);
-    const auto library = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME);
-    const bool isListed = library && library->FindInstance(edited->GetId()) == edited;
+    const auto library = libraryOf(edited);
     const QString unit = QString::fromLocal8Bit(m_library.GetTextureUnit().c_str());
     const QPointer<CTextureEditorDlg> dialog(
         new CTextureEditorDlg(m_manager, texture->Clone(texture->GetId()), unit, this));
@@ -94,9 +116,7 @@ void CDynamicWidget::OnShowTextureEditor(const QString& id)
         return;
     const CAppearanceInstancePtr placed = dialog->GetTexture();
     delete dialog;
-    const auto now = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME);
-    const bool isListedNow = now && now->FindInstance(edited->GetId()) == edited;
-    if (m_appearance == edited && textureOf(key) == texture && isListedNow == isListed)
+    if (m_appearance == edited && textureOf(key) == texture && libraryOf(edited) == library)
         keepPlacement(key, *texture, *placed);
 }
 
@@ -104,8 +124,7 @@ void CDynamicWidget::keepPlacement(const String& key, CAppearanceInstance& textu
 {
     if (!announceEdit(key))
         return;
-    for (const char* part : {"rotation", "scale", "offset", "transform", "repeat_h", "repeat_v"})
-        texture.SetProperty(part, placed.FindProperty(part));
+    takePlacement(texture, placed);
     emit ChangeAppearance(key);
 }
 
@@ -122,7 +141,11 @@ void CDynamicWidget::OnGenNormalMap(CImageCtrl* pControl)
     if (normalMap.isEmpty() || !control)
         return;
     control->SetTypedValue(normalMap.toLocal8Bit().toStdString());
+    m_mapped = texture;
+    const QPointer<CDynamicWidget> alive(this);
     control->OnValueChanged();
+    if (alive)
+        m_mapped.reset();
 }
 
 QString CDynamicWidget::makeNormalMap(const QString& picture)

@@ -1,6 +1,7 @@
 #include "ImagePreviewerCtrl.h"
 
 #include <MaterialHelper.h>
+#include <PlainTip.h>
 
 #include <kiv/system/StoredPath.h>
 
@@ -37,6 +38,13 @@ QString& lastFolder()
 {
     static QString folder;
     return folder;
+}
+
+/// Whether both paths lead to one file; a missing one is no image.
+bool isSameImage(const QString& a, const QString& b)
+{
+    const QString file = QFileInfo(a).canonicalFilePath();
+    return !file.isEmpty() && file == QFileInfo(b).canonicalFilePath();
 }
 
 /// The file that is dragged; empty for anything but one file that can be a texture.
@@ -79,7 +87,7 @@ void CImagePreviewerCtrl::display(const QString& path, const QPixmap& thumbnail)
     m_path = path;
     m_thumbnail = thumbnail;
     update();
-    setToolTip(path);
+    setToolTip(PlainTip(path));
 }
 
 // While the dialog runs the control may be taken away, and the dialog, its child, with it.
@@ -141,7 +149,7 @@ void CImagePreviewerCtrl::mouseReleaseEvent(QMouseEvent* event)
 
 void CImagePreviewerCtrl::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Space)
+    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         emit Clicked();
     else
         QWidget::keyPressEvent(event);
@@ -149,8 +157,10 @@ void CImagePreviewerCtrl::keyPressEvent(QKeyEvent* event)
 
 void CImagePreviewerCtrl::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!draggedFile(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (draggedFile(*event->mimeData()).isEmpty())
+        return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
 }
 
 void CImagePreviewerCtrl::dropEvent(QDropEvent* event)
@@ -158,6 +168,9 @@ void CImagePreviewerCtrl::dropEvent(QDropEvent* event)
     const QString file = draggedFile(*event->mimeData());
     if (file.isEmpty())
         return;
-    event->acceptProposedAction();
-    takeImage(file);
+    // Whatever was proposed: the answer to a move would be that the user's own file is deleted.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    if (!isSameImage(file, m_path))
+        takeImage(file);
 }

@@ -2,6 +2,8 @@
 
 #include "ImagePreviewerCtrl.h"
 
+#include <PlainTip.h>
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -76,5 +78,5 @@ void CImageWidget::OnOpenTextureEditor()
 void CImageWidget::OnChangeImageFile()
 {
     m_name->setText(fileName(GetImage()));
-    m_name->setToolTip(GetImage());
+    m_name->setToolTip(PlainTip(GetImage()));
 }

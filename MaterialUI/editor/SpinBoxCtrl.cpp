@@ -1,5 +1,6 @@
 #include "SpinBoxCtrl.h"
 
+#include <QKeyEvent>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -16,7 +17,7 @@ constexpr double Unbounded = 1e6;
 CSpinBoxCtrl::CSpinBoxCtrl(const QString& id, QWidget* parent) : TDynamicPropertyControl(id, parent)
 {
     setDecimals(Decimals);
-    setMaximum(Unbounded);
+    setRange(-Unbounded, Unbounded);
     setFocusPolicy(Qt::StrongFocus);
     connect(this, SIGNAL(valueChanged(double)), this, SLOT(OnValueChanged(double)));
 }
@@ -25,22 +26,22 @@ void CSpinBoxCtrl::SetPropertyRange(double low, double high)
 {
     setRange(low, low + Span);
     m_scale = double(float(Span / (high - low)));
+    m_isSpread = true;
 }
 
-// In single precision on the way, as stored numbers are: hosts that make the same computation get the same float.
 void CSpinBoxCtrl::SetTypedValue(const float& value)
 {
     if (!std::isfinite(value))
         return;
     m_written = value;
-    m_shown = shownFor(value);
+    m_shown = QString::number(qBound(minimum(), displayOf(value), maximum()), 'f', decimals()).toDouble();
     setValue(m_shown);
 }
 
-double CSpinBoxCtrl::shownFor(float value) const
+// In single precision on the way, as stored numbers are: hosts that make the same computation get the same float.
+double CSpinBoxCtrl::displayOf(float value) const
 {
-    const double shown = minimum() + double(float(double(value) - minimum())) * m_scale;
-    return qBound(minimum(), QString::number(shown, 'f', decimals()).toDouble(), maximum());
+    return m_isSpread ? minimum() + double(float(double(value) - minimum())) * m_scale : double(value);
 }
 
 // Steps there and back end within a rounding error of where they began.
@@ -48,7 +49,7 @@ float CSpinBoxCtrl::GetTypedValue() const
 {
     if (std::abs(value() - m_shown) < Smallest / 2)
         return m_written;
-    return float(double(float(value() - minimum())) / m_scale + minimum());
+    return m_isSpread ? float(double(float(value() - minimum())) / m_scale + minimum()) : float(value());
 }
 
 QString CSpinBoxCtrl::textFromValue(double value) const
@@ -64,15 +65,26 @@ QString CSpinBoxCtrl::textFromValue(double value) const
     return text;
 }
 
-void CSpinBoxCtrl::OnValueChanged(double /*value*/)
+void CSpinBoxCtrl::OnValueChanged(double value)
 {
+    // A number beyond the bounds is gone once it was changed: coming back to the bound then means the bound.
+    const double written = displayOf(m_written);
+    if (std::abs(value - m_shown) >= Smallest && (written < minimum() || written > maximum()))
+        m_shown = std::numeric_limits<double>::quiet_NaN();
     emit ChangeProperty(GetId(), GetValue());
 }
 
 void CSpinBoxCtrl::wheelEvent(QWheelEvent* event)
 {
-    if (hasFocus())
-        QDoubleSpinBox::wheelEvent(event);
+    event->ignore();
+}
+
+// It would announce what was announced as it was typed.
+void CSpinBoxCtrl::keyPressEvent(QKeyEvent* event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && hasAcceptableInput())
+        selectAll();
     else
-        event->ignore();
+        QDoubleSpinBox::keyPressEvent(event);
 }

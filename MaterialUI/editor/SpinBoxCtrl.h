@@ -4,11 +4,13 @@
 
 #include <QDoubleSpinBox>
 
+#include <limits>
+
 /// Shows a number. With a range the whole of it is spread over 100 display units that begin at its lower bound, so that
 /// 0..1 reads as a percentage; without one the number is shown as it is.
 ///
 /// A number that nobody changed is answered exactly as it was set, although the display is rounded and keeps to its
-/// bounds. The wheel changes the number only while the control has the focus; else it scrolls what lies below.
+/// bounds. The wheel scrolls what lies below and never changes the number, nor does Return.
 class CSpinBoxCtrl : public kiv::TDynamicPropertyControl<float, QDoubleSpinBox> {
     Q_OBJECT
 
@@ -32,11 +34,13 @@ public slots:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    double shownFor(float value) const;
+    double displayOf(float value) const;
 
-    double m_scale = 1;   ///< display units for one unit of the property
-    float m_written = 0;  ///< the value set last ...
-    double m_shown = 0;   ///< ... and what the display makes of it
+    bool m_isSpread = false;
+    double m_scale = 1;                                         ///< display units for one unit of the property
+    float m_written = 0;                                        ///< the value set last ...
+    double m_shown = std::numeric_limits<double>::quiet_NaN();  ///< ... and what the display makes of it
 };

@@ -2,7 +2,7 @@
 
 #include "ui_TextureEditorDlg.h"
 
-#include <MaterialConstants.h>
+#include <PlainTip.h>
 
 #include <kiv/AppearanceTranslator.h>
 #include <kiv/StateSet.h>
@@ -12,6 +12,7 @@
 #include <QSignalBlocker>
 
 #include <cmath>
+#include <exception>
 
 namespace {
 
@@ -44,7 +45,7 @@ CTextureEditorDlg::CTextureEditorDlg(kiv::CAppearanceLibraryManager& manager,
     m_preview = manager.CreateAppearanceInstance(manager.FindTemplate("SimpleTexture"), "TexturePreview");
     if (m_preview)
         m_preview->SetProperty("texture", kiv::MakePropertyValue(m_texture));
-    place();
+    showTexture();
 }
 
 CTextureEditorDlg::~CTextureEditorDlg() = default;
@@ -72,7 +73,7 @@ void CTextureEditorDlg::fill()
 {
     const QString file = QString::fromLocal8Bit(m_texture->GetTextureFile().c_str());
     m_ui->labelSource->setText(QString::fromStdWString(kiv::system::LastSegment(file.toStdWString())));
-    m_ui->labelSource->setToolTip(file);
+    m_ui->labelSource->setToolTip(PlainTip(file));
     const Pair scale = pair(ScaleKey, 1);
     const Pair offset = pair(OffsetKey, 0);
     m_ui->rotation->setValue(double(m_texture->ValueOr<float>(RotationKey, 0)));
@@ -173,9 +174,14 @@ void CTextureEditorDlg::place()
     showTexture();
 }
 
+// What cannot be translated is drawn plain, and not as it was before.
 void CTextureEditorDlg::showTexture()
 {
     const GRefPtr<kiv::CStateSet> stateSet(new kiv::CStateSet);
-    if (m_preview && m_manager.CreateTranslator(stateSet.get())->Translate(m_preview))
-        m_ui->sceneViewer->SetStateSet(stateSet.get());
+    try {
+        m_manager.CreateTranslator(stateSet.get())->Translate(m_preview);
+    } catch (const std::exception&) {
+        stateSet->Clear();
+    }
+    m_ui->sceneViewer->SetStateSet(stateSet.get());
 }

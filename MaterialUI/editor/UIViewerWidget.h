@@ -43,7 +43,8 @@ public:
     void SetStateSet(kiv::CStateSet* stateSet);
     /// The folder (a stored path) of the six pictures of the sky box. Read on the first tick.
     void SetSkyBoxFolder(const std::wstring& folder) { m_skyBoxFolder = folder; }
-    /// Whether the sky is seen, as it is at first; without it the background colour is, and the sky lights all the same.
+    /// Whether the sky is seen, as it is at first; without it the background colour is, and the sky lights all the
+    /// same.
     void ShowSky(bool shown);
 
     /// Null before the first tick.

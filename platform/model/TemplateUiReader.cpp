@@ -6,6 +6,7 @@
 #include "UiElementType.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kiv {
 
@@ -97,6 +98,9 @@ bool CTemplateUiReader::checkParameter(const CAppearanceUIElement& element, cons
         return refuseAt("parameter", "there is no parameter \"" + key + "\"");
     if (std::find(type.shown.begin(), type.shown.end(), parameter->type) == type.shown.end())
         return refuseAt("parameter", "the parameter \"" + key + "\" is of no type that this element shows");
+    const auto* written = m_parameters.FindParameter(element.GetAttribute("id"));
+    if ((type.isControl || type.isGroup) && (!written || written->type != parameter->type))
+        return refuseAt("id", "edits would go to what is no parameter of the same type as \"" + key + "\"");
     return true;
 }
 
@@ -108,7 +112,11 @@ bool CTemplateUiReader::checkRange(const String& range) const
     const auto high = separator == String::npos ? std::nullopt : ParseNumber(text.substr(separator + 1));
     if (!low || !high)
         return refuseAt("range", "expected two numbers joined by \"~\"");
-    return *low < *high || refuseAt("range", "the lower bound is not below the upper one");
+    if (*low >= *high)
+        return refuseAt("range", "the lower bound is not below the upper one");
+    // The range is shown over 100 units, counted in single precision from the lower bound.
+    const auto scale = float(100 / (*high - *low));
+    return (std::isnormal(scale) && *low + 100 > *low) || refuseAt("range", "the range cannot be shown");
 }
 
 bool CTemplateUiReader::refuseAt(std::string_view key, String reason) const
