@@ -84,7 +84,7 @@ void CAppearanceLibraryBrowserCtrl::OnAddAppearance(const kiv::CAppearanceInstan
 void CAppearanceLibraryBrowserCtrl::OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr& appearance,
                                                                 const std::string& key)
 {
-    if (!appearance)
+    if (!appearance || !m->library || m->library->FindInstance(appearance->GetId()) != appearance)
         return;
     CAppearanceTreeItem* item = m->findTreeItem(QString::fromLocal8Bit(appearance->GetId().c_str()));
     if (!item || item->Entry()->Appearance() != appearance)

@@ -221,7 +221,14 @@ CLibraryTreeItem* CAppearanceLibraryBrowserCtrl::Private::libraryItem() const
 CAppearanceTreeItem* CAppearanceLibraryBrowserCtrl::Private::findTreeItem(const QString& id) const
 {
     CLibraryTreeItem* item = libraryItem();
-    return item ? CLibraryTree::FindAppearance(*item, id) : nullptr;
+    if (!item)
+        return nullptr;
+    // Where its category says it is; elsewhere only when the category has just changed.
+    const kiv::CAppearanceInstancePtr appearance = library->FindInstance(id.toLocal8Bit().toStdString());
+    const QString path = appearance ? QString::fromLocal8Bit(appearance->GetCategory().c_str()) : QString();
+    QTreeWidgetItem* category = CLibraryTree::NearestCategory(*item, path);
+    CAppearanceTreeItem* found = CLibraryTree::FindAppearance(*category, id);
+    return found || category == item ? found : CLibraryTree::FindAppearance(*item, id);
 }
 
 void CAppearanceLibraryBrowserCtrl::Private::refreshEntry(CAppearanceTreeItem& item)

@@ -3,6 +3,7 @@
 #include "DynamicProperty.h"
 #include "DynamicWidget.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
@@ -33,6 +34,14 @@ CAppearanceDynamicEditor::CAppearanceDynamicEditor(kiv::CAppearanceLibraryManage
     layout->addWidget(m_panel);
     layout->addItem(new QSpacerItem(20, 10, QSizePolicy::Minimum, QSizePolicy::Expanding));
     setEnabled(false);
+}
+
+// A smallest height of one's own hides what the layout needs, and a long panel would be squeezed into it.
+bool CAppearanceDynamicEditor::event(QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest)
+        setMinimumHeight(qMax(SmallestHeight, layout()->minimumSize().height()));
+    return CAppearanceEditorWidget::event(event);
 }
 
 void CAppearanceDynamicEditor::Refresh()

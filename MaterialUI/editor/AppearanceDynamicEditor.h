@@ -19,6 +19,9 @@ public:
     /// The keyboard focus stays with the control of the same property.
     void Refresh() override;
 
+protected:
+    bool event(QEvent* event) override;
+
 public slots:
     void OnChangeAppearance(const kiv::String& propId);
     void TransformEditedData(const kiv::String& data);
