@@ -59,13 +59,13 @@ void paintAxes(const QSize& size, const CCamera& camera)
 struct CViewer::Private : IPictureSource {
     explicit Private(std::uintptr_t window) : host(window ? QWidget::find(WId(window)) : nullptr)
     {
+        rest.setSingleShot(true);
+        rest.setInterval(RestMs);
+        QObject::connect(&rest, &QTimer::timeout, [this] { setDirty(); });
         if (!device->GetReason().empty())
             return;
         renderer = std::make_unique<CSceneRenderer>(*device);
         listener = device->GetTextures().AddListener([this] { setDirty(); });
-        rest.setSingleShot(true);
-        rest.setInterval(RestMs);
-        QObject::connect(&rest, &QTimer::timeout, [this] { setDirty(); });
     }
 
     ~Private() override
@@ -164,6 +164,7 @@ void CViewer::SetDefault()
 {
     m->options = {};
     m->camera = {};
+    m->home = {};
     m->background = {200, 200, 200};
     ZoomAll();
 }
@@ -218,9 +219,10 @@ void CViewer::ZoomAll()
     if (m->scene.GetBounds(low, high)) {
         const CVec3<double> centre((double(low.x) + high.x) / 2, (double(low.y) + high.y) / 2,
                                    (double(low.z) + high.z) / 2);
-        m->camera.Fit(centre, m->scene.GetRadius(centre) * FitMargin, m->aspect());
+        // The way back leads to the whole scene too, but to the side that was chosen and not to where the user turned.
+        for (CCamera* camera : {&m->camera, &m->home})
+            camera->Fit(centre, m->scene.GetRadius(centre) * FitMargin, m->aspect());
     }
-    m->home = m->camera;
     SetDirty();
 }
 
@@ -234,7 +236,8 @@ bool CViewer::ProcessEvent(const CEventArgs& event)
     const auto* mouse = dynamic_cast<const CMouseEventArgs*>(&event);
     if (!mouse || !m->input.Process(*mouse, m->windowSize().height(), m->camera, m->home))
         return false;
-    m->rest.start();
+    if (m->renderer)
+        m->rest.start();
     SetDirty();
     return true;
 }

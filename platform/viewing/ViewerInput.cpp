@@ -21,7 +21,9 @@ bool CViewerInput::Process(const CMouseEventArgs& event, int height, CCamera& ca
         camera.Zoom(std::pow(ZoomPerEighth, std::clamp(event.delta, -1200, 1200)));
         moved = event.delta != 0;
     } else if (event.type == MouseDoubleClickEvent && (event.buttons & Qt::LeftButton)) {
+        const int type = camera.GetType();
         camera = home;
+        camera.SetType(type, 1);
         moved = true;
     } else if (event.type == MouseMoveEvent) {
         moved = drag(event, std::max(1, height), camera);

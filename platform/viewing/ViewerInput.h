@@ -8,7 +8,8 @@ namespace kiv {
 /// Turns what the mouse does into movements of the camera.
 class CViewerInput {
 public:
-    /// Whether the camera moved; `height` is the window's, in logical pixels. A double click puts `home` back.
+    /// Whether the camera moved; `height` is the window's, in logical pixels. A double click goes to
+    /// `home`, and leaves the projection.
     bool Process(const CMouseEventArgs& event, int height, CCamera& camera, const CCamera& home);
 
 private:

@@ -333,6 +333,19 @@ void TestViewerWidget::mouseWorksTheCamera()
     QCOMPARE(camera.GetYaw(), yaw);
     QCOMPARE(camera.GetDistance(), distance);
 
+    // Another body, seen from where the user turned to, is no new view point.
+    widget.GetViewer()->GetCamera().Orbit(0.5, 0.3);
+    widget.SwitchScene("Cylinder");
+    QVERIFY(std::abs(camera.GetYaw() - yaw) > 0.1);
+    const double fitted = camera.GetDistance();
+    widget.GetViewer()->GetCamera().Zoom(2);
+    QTest::mouseDClick(&widget, Qt::LeftButton, {}, {60, 60});
+    kiv::CCamera first;
+    first.SetViewPoint(kiv::CCamera::ViewIsometric);
+    QCOMPARE(camera.GetYaw(), first.GetYaw());
+    QCOMPARE(camera.GetPitch(), first.GetPitch());
+    QCOMPARE(camera.GetDistance(), fitted);
+
     // The viewer's own picture lies over the widget and takes nothing from it.
     for (QWidget* child : widget.findChildren<QWidget*>())
         QVERIFY(child->testAttribute(Qt::WA_TransparentForMouseEvents));

@@ -10,6 +10,20 @@ namespace {
 
 const char* const NoContext = "does not support createPlatformOpenGLContext";
 
+/// Counts what timers of the whole program fire while it lives.
+class TimerCounter : public QObject {
+public:
+    TimerCounter() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        timeouts += event->type() == QEvent::Timer;
+        return false;
+    }
+
+    int timeouts = 0;
+};
+
 }  // namespace
 
 class TestPreviewWithoutOpenGL : public MaterialTest {
@@ -28,6 +42,21 @@ private slots:
         QCOMPARE(host.grab().toImage().pixelColor(30, 20), QColor(10, 120, 30));
         QVERIFY(!viewer.GetReason().empty());
         QCOMPARE(viewer.GetFrameCount(), 0U);
+    }
+
+    // A timer that runs freely keeps a core busy.
+    void restsAfterAMovement()
+    {
+        expectWarning(NoContext);
+        PreviewFixture preview;
+        TimerCounter counter;
+        const double yaw = preview.viewer().GetCamera().GetYaw();
+        for (const int x : {10, 40})
+            preview.viewer().ProcessEvent(kiv::CMouseEventArgs(kiv::MouseMoveEvent, x, 20, 0, Qt::LeftButton, 0));
+        QVERIFY(preview.viewer().GetCamera().GetYaw() != yaw);
+        for (int round = 0; round < 50; ++round)
+            QCoreApplication::processEvents();
+        QCOMPARE(counter.timeouts, 0);
     }
 
     void answersWithoutPictures()

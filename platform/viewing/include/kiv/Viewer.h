@@ -58,9 +58,10 @@ public:
     void SetBackgroundColor(const CColor& color, int gradient = 0);
     CColor GetBackgroundColor() const;
 
-    /// One of CCamera::EnViewPoint; the scene is not fitted anew.
+    /// One of CCamera::EnViewPoint; the scene is not fitted anew. A double click goes back to this view.
     void SetViewPoint(int viewPoint);
-    /// Shows all of the scene, and makes this the view that a double click goes back to.
+    /// Shows all of the scene from where it is seen now. A double click then shows all of it, too, from the view point
+    /// that was set last.
     void ZoomAll();
     void SetDirty();
 
