@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace kiv {
 
@@ -99,7 +100,8 @@ bool CTemplateUiReader::checkParameter(const CAppearanceUIElement& element, cons
     if (std::find(type.shown.begin(), type.shown.end(), parameter->type) == type.shown.end())
         return refuseAt("parameter", "the parameter \"" + key + "\" is of no type that this element shows");
     const auto* written = m_parameters.FindParameter(element.GetAttribute("id"));
-    if ((type.isControl || type.isGroup) && (!written || written->type != parameter->type))
+    const bool isEdited = type.isControl || (type.isGroup && element.GetAttribute("checkable") == "1");
+    if (isEdited && (!written || written->type != parameter->type))
         return refuseAt("id", "edits would go to what is no parameter of the same type as \"" + key + "\"");
     return true;
 }
@@ -108,15 +110,16 @@ bool CTemplateUiReader::checkRange(const String& range) const
 {
     const auto separator = range.find('~');
     const std::string_view text = range;
-    const auto low = ParseNumber(text.substr(0, separator));
-    const auto high = separator == String::npos ? std::nullopt : ParseNumber(text.substr(separator + 1));
-    if (!low || !high)
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    const double low = ParseNumber(text.substr(0, separator)).value_or(none);
+    const double high = separator == String::npos ? none : ParseNumber(text.substr(separator + 1)).value_or(none);
+    if (std::isnan(low) || std::isnan(high))
         return refuseAt("range", "expected two numbers joined by \"~\"");
-    if (*low >= *high)
+    if (low >= high)
         return refuseAt("range", "the lower bound is not below the upper one");
     // The range is shown over 100 units, counted in single precision from the lower bound.
-    const auto scale = float(100 / (*high - *low));
-    return (std::isnormal(scale) && *low + 100 > *low) || refuseAt("range", "the range cannot be shown");
+    const auto scale = float(100 / (high - low));
+    return (std::isnormal(scale) && low + 100 > low) || refuseAt("range", "the range cannot be shown");
 }
 
 bool CTemplateUiReader::refuseAt(std::string_view key, String reason) const
