@@ -100,9 +100,8 @@ bool CTemplateUiReader::checkParameter(const CAppearanceUIElement& element, cons
     if (std::find(type.shown.begin(), type.shown.end(), parameter->type) == type.shown.end())
         return refuseAt("parameter", "the parameter \"" + key + "\" is of no type that this element shows");
     const auto* written = m_parameters.FindParameter(element.GetAttribute("id"));
-    const bool isEdited = type.isControl || (type.isGroup && element.GetAttribute("checkable") == "1");
-    if (isEdited && (!written || written->type != parameter->type))
-        return refuseAt("id", "edits would go to what is no parameter of the same type as \"" + key + "\"");
+    if (written && written->type != parameter->type)
+        return refuseAt("id", "edits would go to a parameter of another type than \"" + key + "\"");
     return true;
 }
 
