@@ -5,10 +5,13 @@
 
 #include <LibraryFixture.h>
 #include <MaterialTest.h>
+#include <ModalMeeting.h>
 
 #include <kiv/Viewer.h>
 
+#include <QColorDialog>
 #include <QComboBox>
+#include <QMenu>
 #include <QToolButton>
 
 using Level = kiv::CAppearanceLibraryManager::EnShaderLevelOfDetail;
@@ -46,7 +49,7 @@ private slots:
         const int height = m_previewer->GetSceneWidget()->height();
         QVERIFY2(height >= 50 && height <= 100, qPrintable(QString::number(height)));
         for (const auto* button : m_previewer->findChildren<QAbstractButton*>())
-            QVERIFY(!button->isVisible());
+            QCOMPARE(button->isVisible(), button->objectName() == "backgroundButton");
     }
 
     void shadingStartsAsTheManagerHasIt()
@@ -143,10 +146,39 @@ private slots:
         QCOMPARE(m_previewer->GetSceneWidget()->GetViewer()->GetBackgroundColor().g, 255);
     }
 
+    void offersBackgrounds()
+    {
+        for (const char* side : {"back", "front", "left", "right", "top", "bottom"})
+            m_fixture->write(QString("textures/skybox/cube01_%1.jpg").arg(side), makePicture(Qt::red, "JPG"));
+        m_previewer->show();
+        waitUntilReady();
+        const QMenu* menu = find<QToolButton>("backgroundButton")->menu();
+        const auto choose = [&](int entry) { menu->actions().at(entry)->trigger(); };
+        QCOMPARE(menu->actions().size(), 6);
+        QVERIFY(menu->actions().first()->isChecked());
+        const QColor sky = corner();
+        QVERIFY2(sky.red() > 2 * sky.green(), qPrintable(sky.name()));
+        const QColor colors[] = {Qt::white, QColor(200, 200, 200), QColor(70, 70, 70), Qt::black};
+        for (int i = 0; i < 4; ++i) {
+            choose(i + 1);
+            QCOMPARE(corner(), colors[i]);
+        }
+        ModalMeeting<QColorDialog> meeting([](QColorDialog& dialog) {
+            dialog.setCurrentColor(Qt::green);
+            dialog.accept();
+        });
+        choose(5);
+        QCOMPARE(corner(), QColor(Qt::green));
+        choose(0);
+        QCOMPARE(corner(), sky);
+    }
+
     void actionsAreForTheHost()
     {
         QStringList texts;
         for (const auto* button : m_previewer->findChildren<QToolButton*>()) {
+            if (button == find<QToolButton>("backgroundButton"))
+                continue;
             texts += button->text();
             QCOMPARE(button->maximumSize(), QSize(32, 32));
             QVERIFY(!button->icon().isNull());
@@ -186,6 +218,14 @@ private:
     {
         const CSceneWidget& scene = *m_previewer->GetSceneWidget();
         QTRY_VERIFY(scene.GetViewer() && scene.GetPreviewNode()->GetRenderable());
+    }
+    /// The colour of a pixel beside the body.
+    QColor corner() const
+    {
+        constexpr int side = 32;
+        const auto picture = m_previewer->GetSceneWidget()->GetViewer()->Snapshot(side, side);
+        const unsigned char* pixel = picture->GetData() + (side + 1) * 4;
+        return {pixel[0], pixel[1], pixel[2]};
     }
     const kiv::CStateSet* stateSet() const { return m_previewer->GetSceneWidget()->GetPreviewNode()->GetStateSet(); }
 
