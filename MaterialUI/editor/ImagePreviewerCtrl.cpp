@@ -47,10 +47,11 @@ bool isSameImage(const QString& a, const QString& b)
     return !file.isEmpty() && file == QFileInfo(b).canonicalFilePath();
 }
 
-/// The file that is dragged; empty for anything but one file that can be a texture.
-QString draggedFile(const QMimeData& data)
+/// The file that is dragged; empty for anything but one file that can be a texture. One that may only be moved is left
+/// alone, too: it would be gone from where the user had it.
+QString draggedFile(const QDropEvent& event)
 {
-    const QList<QUrl> urls = data.urls();
+    const QList<QUrl> urls = event.possibleActions() & Qt::CopyAction ? event.mimeData()->urls() : QList<QUrl>();
     const QString file = urls.size() == 1 ? urls.first().toLocalFile() : QString();
     return CMaterialHelper::CheckTextureFileValidity(file) ? file : QString();
 }
@@ -157,7 +158,7 @@ void CImagePreviewerCtrl::keyPressEvent(QKeyEvent* event)
 
 void CImagePreviewerCtrl::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (draggedFile(*event->mimeData()).isEmpty())
+    if (draggedFile(*event).isEmpty())
         return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
@@ -165,7 +166,7 @@ void CImagePreviewerCtrl::dragEnterEvent(QDragEnterEvent* event)
 
 void CImagePreviewerCtrl::dropEvent(QDropEvent* event)
 {
-    const QString file = draggedFile(*event->mimeData());
+    const QString file = draggedFile(*event);
     if (file.isEmpty())
         return;
     // Whatever was proposed: the answer to a move would be that the user's own file is deleted.
