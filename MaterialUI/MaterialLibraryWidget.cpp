@@ -35,6 +35,8 @@
 #include <QTranslator>
 #include <QTreeWidget>
 
+#include <utility>
+
 using kiv::GStdStringTrans;
 
 namespace {
@@ -97,6 +99,7 @@ struct CMaterialLibraryWidget::Private {
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
     void show(const kiv::CAppearanceInstancePtr& appearance) const;
     void followLibrary() const;
+    void keepEdits();
     void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
     void showAwaited();
     void showCloudStatus() const;
@@ -138,8 +141,7 @@ CMaterialLibraryWidget::CMaterialLibraryWidget(kiv::CMaterialLibrary* library, b
 // Destroyed while it was open: nobody is left who could take its edits back.
 CMaterialLibraryWidget::~CMaterialLibraryWidget()
 {
-    if (m->hasEdits)
-        CEditStack::Instance().Clear();
+    m->keepEdits();
 }
 
 // ---- set-up
@@ -299,7 +301,7 @@ void CMaterialLibraryWidget::OnSelectAppearance(const kiv::CAppearanceInstancePt
 
 void CMaterialLibraryWidget::OnApply()
 {
-    CEditStack::Instance().Clear();
+    m->keepEdits();
     QString id = m->form.projectBrowser->GetCurSel();
     const QPointer<CMaterialLibraryWidget> alive(this);
     emit MatApply(id);
@@ -385,6 +387,13 @@ void CMaterialLibraryWidget::OnAppearancePropertyChanged(const kiv::CAppearanceI
         emit AppearanceEdited(appearance);
 }
 
+// The records of another dialog are its own business.
+void CMaterialLibraryWidget::Private::keepEdits()
+{
+    if (std::exchange(hasEdits, false))
+        CEditStack::Instance().Clear();
+}
+
 void CMaterialLibraryWidget::OnUndo()
 {
     if (const auto appearance = CEditStack::Instance().TakeBackLast(m->manager, m->projectLibrary()))
@@ -399,8 +408,9 @@ void CMaterialLibraryWidget::OnRevocation()
 void CMaterialLibraryWidget::done(int result)
 {
     const QPointer<CMaterialLibraryWidget> alive(this);
-    m->hasEdits = false;
-    if (result == Rejected)
+    if (result != Rejected)
+        m->keepEdits();
+    else if (std::exchange(m->hasEdits, false))
         showTakenBack(CEditStack::Instance().TakeBackAll(m->manager, m->projectLibrary()));
     if (alive)
         QDialog::done(result);
