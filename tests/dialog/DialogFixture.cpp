@@ -110,6 +110,11 @@ void TestedDialog::ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance
     applied += QString::fromStdString(appearance->GetId());
 }
 
+void TestedDialog::AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& key)
+{
+    changed += QString::fromStdString(appearance->GetId() + " " + key);
+}
+
 void TestedDialog::onTimerOut()
 {
     ++statusCalls;

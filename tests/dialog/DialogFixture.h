@@ -40,6 +40,7 @@ public:
     QColor shownPixel() const;
 
     QStringList applied;  ///< what ApplyAppearance was called with
+    QStringList changed;  ///< "id key" of each call of AppearancePropertyChangedFunc
     QStringList keptIds;  ///< what MatApply announced
     int statusCalls = 0;
     int loadCalls = 0;
@@ -48,6 +49,7 @@ public:
 
 protected:
     void ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance) override;
+    void AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& key) override;
 
 protected slots:
     // Found by their signatures in place of the dialog's own.

@@ -8,6 +8,7 @@
 #include <GlobalConfig.h>
 #include <ImageCtrl.h>
 #include <ImagePreviewerCtrl.h>
+#include <KnownByText.h>
 #include <LineEditCtrl.h>
 #include <MaterialTest.h>
 #include <SpinBoxCtrl.h>
@@ -17,6 +18,8 @@
 #include <QTableWidget>
 
 using kiv::CAppearanceInstancePtr;
+
+Q_DECLARE_METATYPE(std::function<void(std::unique_ptr<TestedDialog>&)>)
 
 /// Editing in the dialog: what follows a change, taking changes back, and what can only be looked at.
 class TestEditing : public MaterialTest {
@@ -37,25 +40,32 @@ private slots:
         open();
     }
 
-    void readOnlyCannotBeChanged_data()
+    void slotsAreKnownByText()
     {
-        const auto row = testColumns<QString>("id");
-        row("of the system library", "s1");
-        row("of the project", "p2");
+        checkKnownByText(CMaterialLibraryWidget::staticMetaObject,
+                         {SIGNAL(MatApply(QString&)), SIGNAL(OnApplyTexture()),
+                          SIGNAL(AppearanceEdited(const kiv::CAppearanceInstancePtr&)), SLOT(OnRevocation()),
+                          SLOT(OnSelectAppearance(const kiv::CAppearanceInstancePtr&)),
+                          SLOT(OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr&, const kiv::String&)),
+                          SLOT(OnTransformEditedData(const kiv::String&)), SLOT(OnUndo()), SLOT(OnApply()),
+                          SLOT(OnApplyAppearanceButton()), SLOT(OnSearchValueChanged(const QString&)),
+                          SLOT(OnSearchValueChangedSlot()), SLOT(OnMaterialLibraryChange(const kiv::String&)),
+                          SLOT(OnVerticalScrollBarChanged(int)), SLOT(OnDoubleClickTableWidget(QModelIndex)),
+                          SLOT(onTimerOut()), SLOT(onJsonTimerOut())});
     }
 
     void readOnlyCannotBeChanged()
     {
-        QFETCH(QString, id);
-        m_dialog->clickRow(id.startsWith('s') ? m_dialog->system() : m_dialog->project(), id);
-        const auto* editor = m_dialog->findChild<CAppearanceDynamicEditor*>();
-        QVERIFY(!editor->isEnabled());
-        QCOMPARE(editor->GetAppearance()->GetId(), id.toStdString());
-        for (QWidget* control : editor->findChildren<QWidget*>()) {
-            control->setFocus();
-            QVERIFY(!control->hasFocus());
-            QTest::mouseClick(control, Qt::LeftButton);
-            dropFile(*control, m_fixture->path("textures/a.png"));
+        for (const char* id : {"s1", "p2"}) {
+            m_dialog->clickRow(*id == 's' ? m_dialog->system() : m_dialog->project(), id);
+            QVERIFY(!editor()->isEnabled());
+            QCOMPARE(editor()->GetAppearance()->GetId(), kiv::String(id));
+            for (QWidget* control : editor()->findChildren<QWidget*>()) {
+                control->setFocus();
+                QVERIFY(!control->hasFocus());
+                QTest::mouseClick(control, Qt::LeftButton);
+                dropFile(*control, m_fixture->path("textures/a.png"));
+            }
         }
         QCOMPARE(documents(), m_first);
         QVERIFY(m_edited.isEmpty() && CEditStack::Instance().IsEmpty());
@@ -80,17 +90,91 @@ private slots:
         QTRY_VERIFY(isGreen(rowPixel("p1")));
         QTRY_VERIFY2(isGreen(m_dialog->shownPixel()), qPrintable(m_dialog->shownPixel().name()));
         QVERIFY(!isGreen(rowPixel("p0")));
-        typeAnew(*control<CLineEditCtrl>("name"), "green");
-        QCOMPARE(rowName("p1"), QString("green"));
-        QCOMPARE(m_dialog->shownName(), QString("green"));
+        m_dialog->changed.clear();
+        typeAnew(*control<CLineEditCtrl>("name"), "z");
+        QCOMPARE(rowName(m_dialog->project(), "p1") + m_dialog->shownName(), QString("zz"));
+        QCOMPARE(m_dialog->changed, QStringList("p1 name"));
         QCOMPARE(QSet<QString>(m_edited.begin(), m_edited.end()), QSet<QString>{"p1"});
 
+        m_edited.clear();
         m_dialog->OnRevocation();
         QVERIFY(!m_dialog->isVisible());
         QCOMPARE(documents(), m_first);
+        QCOMPARE(m_edited, QStringList("p1"));
         m_dialog->show();
         QTRY_VERIFY(!isGreen(rowPixel("p1")));
-        QCOMPARE(rowName("p1"), QString("p1"));
+        QTRY_VERIFY(!isGreen(m_dialog->shownPixel()));
+        QCOMPARE(rowName(m_dialog->project(), "p1") + m_dialog->shownName(), QString("p1p1"));
+        QCOMPARE(control<CLineEditCtrl>("name")->text(), QString("p1"));
+    }
+
+    void theLowerBrowserFollowsToo()
+    {
+        m_fixture->manager().GetSystemLibrary()->FindInstance("s1")->SetEditType(1);
+        m_dialog->clickRow(m_dialog->system(), "s1");
+        typeAnew(*control<CLineEditCtrl>("name"), "z");
+        QCOMPARE(rowName(m_dialog->system(), "s1"), QString("z"));
+    }
+
+    // Otherwise every entry that is ended as people end it would keep all edits and close.
+    void returnOnlyEndsAnEntry()
+    {
+        m_dialog->clickRow(m_dialog->project(), "p0");
+        typeAnew(*control<CSpinBoxCtrl>("roughness"), "7");
+        typeAnew(*control<CLineEditCtrl>("name"), "z");
+        const auto edited = documents();
+        const QStringList told = m_edited;
+        for (const char* key : {"roughness", "name", "useBaseTexture"}) {
+            control<QWidget>(key)->setFocus();
+            for (const Qt::Key pressed : {Qt::Key_Return, Qt::Key_Enter})
+                QTest::keyClick(control<QWidget>(key), pressed);
+        }
+        QVERIFY(m_dialog->isVisible());
+        QCOMPARE(m_edited, told);
+        QCOMPARE(m_dialog->keptIds, QStringList());
+        QCOMPARE(documents(), edited);
+    }
+
+    void theHostMayReplaceOrDeleteWhatIsEdited()
+    {
+        m_dialog->clickRow(m_dialog->project(), "p1");
+        control<CSpinBoxCtrl>("roughness")->setFocus();
+        stepUp("roughness");
+        m_dialog->clickRow(m_dialog->project(), "p0");
+        stepUp("roughness");
+        const auto edited = project()->FindInstance("p0");
+        const auto replacement = edited->Clone("p0");
+        replacement->SetName("replaced");
+        project()->DeleteInstance("p0");
+        project()->AddInstance(replacement);
+        m_dialog->UpdateBrowserLibrary();
+        QCOMPARE(editor()->GetAppearance(), replacement);
+        QCOMPARE(m_dialog->shownName() + control<CLineEditCtrl>("name")->text(), QString("replacedreplaced"));
+        const QByteArray before = m_fixture->document(edited);
+        stepUp("roughness");
+        QCOMPARE(m_fixture->document(edited), before);
+
+        project()->DeleteInstance("p0");
+        m_dialog->UpdateBrowserLibrary();
+        QVERIFY(!editor()->isEnabled());
+        // What is gone is skipped: the last edit that can be taken back is the one of the other appearance.
+        m_edited.clear();
+        QTest::keyClick(m_dialog.get(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(m_edited, QStringList("p1"));
+        QCOMPARE(documents().value("p1"), m_first.value("p1"));
+        QVERIFY(CEditStack::Instance().IsEmpty());
+    }
+
+    void theNextDialogKeepsTheRecordsOfAnOpenOne()
+    {
+        m_dialog->clickRow(m_dialog->project(), "p0");
+        stepUp("roughness");
+        {
+            TestedDialog second(*m_fixture, false);
+            second.show();
+        }
+        QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+        QCOMPARE(documents(), m_first);
     }
 
     // Wherever the focus is: a text's own undoing would be one more change.
@@ -108,8 +192,8 @@ private slots:
         QList<QMap<QString, QByteArray>> states{documents()};
         const auto did = [&] { states += documents(); };
         for (const char* key : {"roughness", "metallic"}) {
-            control<CSpinBoxCtrl>(key)->setFocus();
-            QTest::keyClick(control<CSpinBoxCtrl>(key), Qt::Key_Up);
+            control<QWidget>(key)->setFocus();
+            stepUp(key);
             did();
         }
         control<CLineEditCtrl>("name")->setFocus();
@@ -124,8 +208,9 @@ private slots:
             QCOMPARE(documents(), states.last());
             QCOMPARE(QApplication::focusWidget(), control<QWidget>(focus));
         }
-        QCOMPARE(rowName("p0"), QString("p0"));
-        QCOMPARE(control<CSpinBoxCtrl>("roughness")->GetTypedValue(), shown()->ValueOr("roughness", -1.0F));
+        QCOMPARE(rowName(m_dialog->project(), "p0"), QString("p0"));
+        QCOMPARE(control<CSpinBoxCtrl>("roughness")->GetTypedValue(),
+                 editor()->GetAppearance()->ValueOr("roughness", -1.0F));
         QCOMPARE(m_edited, QStringList({"p0", "p0", "p0"}));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(m_edited.size(), 3);
@@ -134,37 +219,43 @@ private slots:
 
     void closingKeepsOrTakesBack_data()
     {
-        const auto row = testColumns<QString, bool>("way", "kept");
-        row("escape", "escape", false);
-        row("window closed", "close", false);
-        row("host", "host", false);
-        row("button", "ok", true);
-        row("dialog destroyed", "destroy", true);
+        const auto row = testColumns<std::function<void(std::unique_ptr<TestedDialog>&)>, bool>("close", "kept");
+        using Dialog = std::unique_ptr<TestedDialog>;
+        row(
+            "escape", [](Dialog& dialog) { QTest::keyClick(dialog.get(), Qt::Key_Escape); }, false);
+        row(
+            "window closed", [](Dialog& dialog) { dialog->close(); }, false);
+        row(
+            "host rejects", [](Dialog& dialog) { dialog->done(QDialog::Rejected); }, false);
+        row(
+            "host takes back", [](Dialog& dialog) { dialog->OnRevocation(); }, false);
+        row(
+            "button", [](Dialog& dialog) { QTest::mouseClick(dialog->ok(), Qt::LeftButton); }, true);
+        row(
+            "host accepts", [](Dialog& dialog) { dialog->accept(); }, true);
+        row(
+            "dialog destroyed", [](Dialog& dialog) { dialog.reset(); }, true);
     }
 
     void closingKeepsOrTakesBack()
     {
-        QFETCH(QString, way);
+        QFETCH(std::function<void(std::unique_ptr<TestedDialog>&)>, close);
         QFETCH(bool, kept);
         for (const char* id : {"p0", "p1"}) {
             m_dialog->clickRow(m_dialog->project(), id);
-            QTest::keyClick(control<CSpinBoxCtrl>("roughness"), Qt::Key_Up);
+            stepUp("roughness");
             typeAnew(*control<CSpinBoxCtrl>("transparent"), "12.5");
         }
         const auto edited = documents();
         QVERIFY(edited != m_first && !CEditStack::Instance().IsEmpty());
-        if (way == "escape")
-            QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
-        else if (way == "close")
-            m_dialog->close();
-        else if (way == "host")
-            m_dialog->OnRevocation();
-        else if (way == "ok")
-            QTest::mouseClick(m_dialog->ok(), Qt::LeftButton);
-        else
-            m_dialog.reset();
+        m_edited.clear();
+        close(m_dialog);
         QVERIFY(!m_dialog || !m_dialog->isVisible());
         QCOMPARE(documents(), kept ? edited : m_first);
+        m_edited.sort();
+        QCOMPARE(m_edited, kept ? QStringList() : QStringList({"p0", "p1"}));
+        if (m_dialog)
+            QCOMPARE(control<CSpinBoxCtrl>("transparent")->value(), kept ? 12.5 : 100.0);
 
         // The next dialog takes back nothing of this one.
         open();
@@ -192,10 +283,12 @@ private:
     Control* control(const QString& key) const
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return m_dialog->findChild<CAppearanceDynamicEditor*>()->findChild<Control*>(key);
+        return editor()->findChild<Control*>(key);
     }
 
-    CAppearanceInstancePtr shown() const { return m_dialog->findChild<CAppearanceDynamicEditor*>()->GetAppearance(); }
+    CAppearanceDynamicEditor* editor() const { return m_dialog->findChild<CAppearanceDynamicEditor*>(); }
+
+    void stepUp(const QString& key) const { QTest::keyClick(control<CSpinBoxCtrl>(key), Qt::Key_Up); }
 
     kiv::CAppearanceLibraryPtr project() const
     {
@@ -212,17 +305,16 @@ private:
         return all;
     }
 
-    QTableWidgetItem* item(const QString& id, int column) const
+    static QString rowName(const CAppearanceLibraryBrowserCtrl* browser, const QString& id)
     {
-        return m_dialog->project()->GetTableWidget()->item(TestedDialog::rowOf(m_dialog->project(), id), column);
+        return browser->GetTableWidget()->item(TestedDialog::rowOf(browser, id), 1)->text();
     }
-
-    QString rowName(const QString& id) const { return item(id, 1)->text(); }
 
     QColor rowPixel(const QString& id) const
     {
         const QTableWidget* table = m_dialog->project()->GetTableWidget();
-        return table->viewport()->grab().toImage().pixelColor(table->visualItemRect(item(id, 0)).center());
+        const QTableWidgetItem* picture = table->item(TestedDialog::rowOf(m_dialog->project(), id), 0);
+        return table->viewport()->grab().toImage().pixelColor(table->visualItemRect(picture).center());
     }
 
     std::unique_ptr<DialogFixture> m_fixture;

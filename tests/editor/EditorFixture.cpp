@@ -7,8 +7,10 @@
 #include <kiv/AppearanceSerializer.h>
 
 #include <QColorDialog>
+#include <QDoubleSpinBox>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QTextDocument>
 #include <QtTest>
 
 EditorFixture::EditorFixture() : editor(std::make_unique<CAppearanceDynamicEditor>(manager(), library(), nullptr))
@@ -47,6 +49,11 @@ void EditorFixture::edit(const kiv::CAppearanceInstancePtr& appearance)
     QCoreApplication::processEvents();
 }
 
+void EditorFixture::stepUp(const kiv::String& key) const
+{
+    QTest::keyClick(find<QDoubleSpinBox>(key), Qt::Key_Up);
+}
+
 QList<QByteArray> EditorFixture::takeBackAll()
 {
     kiv::CAppearanceSerializer serializer(manager());
@@ -60,28 +67,47 @@ QList<QByteArray> EditorFixture::takeBackAll()
     return documents;
 }
 
+QString seenTip(const QWidget& widget)
+{
+    QTextDocument rich;
+    rich.setHtml(widget.toolTip());
+    return Qt::mightBeRichText(widget.toolTip()) ? rich.toPlainText() : widget.toolTip();
+}
+
 void typeAnew(QWidget& control, const QString& text)
 {
     QTest::keyClick(&control, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(&control, text);
 }
 
-void dropFile(QWidget& target, const QString& file)
+Qt::DropAction dropUrls(QWidget& target, const QList<QUrl>& urls, Qt::DropActions offered)
 {
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(file)});
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&target, &enter);
-    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&target, &drop);
+    data.setUrls(urls);
+    const Qt::KeyboardModifiers keys = offered & Qt::MoveAction ? Qt::ShiftModifier : Qt::NoModifier;
+    QDragEnterEvent enter({5, 5}, offered, &data, Qt::LeftButton, keys);
+    QDropEvent drop(QPointF(5, 5), offered, &data, Qt::LeftButton, keys);
+    for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) {
+        event->ignore();
+        QApplication::sendEvent(&target, event);
+    }
+    const bool isTaken = enter.isAccepted() && drop.isAccepted() && enter.dropAction() == drop.dropAction();
+    return isTaken ? drop.dropAction() : Qt::IgnoreAction;
 }
 
-void chooseColor(QColorButton& button, const QColor& color)
+void dropFile(QWidget& target, const QString& file)
 {
+    dropUrls(target, {QUrl::fromLocalFile(file)}, Qt::CopyAction);
+}
+
+QColor chooseColor(QColorButton& button, const QColor& color)
+{
+    QColor offered;
     ModalMeeting<QColorDialog> meeting([&](QColorDialog& dialog) {
+        offered = dialog.currentColor();
         dialog.setCurrentColor(color);
         dialog.accept();
     });
     QTest::mouseClick(&button, Qt::LeftButton);
-    QVERIFY(meeting.met);
+    return offered;
 }

@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QStringList>
+#include <QUrl>
 
 #include <functional>
 #include <memory>
@@ -21,6 +22,8 @@ public:
     kiv::CAppearanceInstancePtr add(const kiv::String& type, const kiv::String& id);
     /// Shows the appearance in a shown editor.
     void edit(const kiv::CAppearanceInstancePtr& appearance);
+    /// Steps the number up by its key.
+    void stepUp(const kiv::String& key) const;
     /// "record" or the key, in the order of announcements since the last call, with blanks between.
     QString takeEvents() { return std::exchange(m_events, {}).join(' '); }
     /// Takes all edits back by their records, the last one first, and answers the document after each.
@@ -43,9 +46,14 @@ private:
     QStringList m_events;
 };
 
+/// The tool tip as it is read, whatever it is made of.
+QString seenTip(const QWidget& widget);
+
 // What a person does.
 
 void typeAnew(QWidget& control, const QString& text);
 void dropFile(QWidget& target, const QString& file);
-/// Presses the button and chooses in the dialog that opens.
-void chooseColor(QColorButton& button, const QColor& color);
+/// What the program that the files come from is answered.
+Qt::DropAction dropUrls(QWidget& target, const QList<QUrl>& urls, Qt::DropActions offered);
+/// Presses the button and chooses in the dialog that opens. The colour that it began with; invalid when none opened.
+QColor chooseColor(QColorButton& button, const QColor& color);

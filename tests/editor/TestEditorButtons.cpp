@@ -1,71 +1,60 @@
+#include "EditorFixture.h"
+
 #include <AppearancePreviewerCtrl.h>
 #include <ColorButton.h>
+#include <ColorCtrl.h>
+#include <DynamicWidget.h>
+#include <GroupBoxCtrl.h>
+#include <ImageCtrl.h>
 #include <ImagePreviewerCtrl.h>
-
-#include <LibraryFixture.h>
+#include <KnownByText.h>
+#include <LineEditCtrl.h>
 #include <MaterialTest.h>
+#include <ModalMeeting.h>
+#include <SpinBoxCtrl.h>
+#include <TextureEditorDlg.h>
 
 #include <QColorDialog>
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMimeData>
-#include <QTimer>
 
-#include <functional>
-
-namespace {
-
-/// Meets the next modal window of a type once it is on the screen.
-template <typename Window>
-class ModalMeeting {
-public:
-    explicit ModalMeeting(std::function<void(Window&)> meet)
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this, meet] {
-            auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-            if (!window || !window->isVisible())
-                return;
-            m_timer.stop();
-            met = true;
-            meet(*window);
-        });
-        m_timer.start(0);
-    }
-    bool met = false;
-
-private:
-    QTimer m_timer;
-};
-
-}  // namespace
-
-/// The colour button and the thumbnail of a picture, with the dialogs that they open.
+/// The colour button and the thumbnail of a picture, with the dialogs that they open; and the names of the editor.
 class TestEditorButtons : public MaterialTest {
     Q_OBJECT
 
 private slots:
-    // Hosts and derived widgets connect by text: a signature that is nearly the same is not there.
     void signaturesAreKnownByText()
     {
-        const std::pair<const QMetaObject*, QList<const char*>> classes[] = {
-            {&CAppearancePreviewerCtrl::staticMetaObject,
-             {SIGNAL(SaveAppearance(const kiv::CAppearanceInstancePtr&)),
-              SIGNAL(InitcurrentLod(CAppearanceLibraryManager::EnShaderLevelOfDetail)),
-              SLOT(currentIndexChanged(const QString&)), SLOT(currentLodChanged(const QString&)),
-              SLOT(OnChangeBackgroundColor()), SLOT(OnShowBrowser(bool)), SLOT(OnSaveAppearance())}},
-            {&CImagePreviewerCtrl::staticMetaObject,
-             {SIGNAL(ChangeImageFile()), SIGNAL(Clicked()), SLOT(OnChooseImage())}},
-            {&QColorButton::staticMetaObject, {SIGNAL(colorChanged()), SLOT(slotChangeColor())}}};
-        for (const auto& [meta, methods] : classes) {
-            for (const char* text : methods) {
-                const QByteArray signature = QMetaObject::normalizedSignature(text + 1);
-                const int index = meta->indexOfMethod(signature);
-                QVERIFY2(index >= meta->methodOffset(), text);
-                QCOMPARE(meta->method(index).methodType() == QMetaMethod::Signal, *text == '0' + QSIGNAL_CODE);
-                QCOMPARE(meta->method(index).access(), QMetaMethod::Public);
-            }
-        }
+        const char* const change = SIGNAL(ChangeProperty(const kiv::String&, const kiv::CPropertyValuePtr&));
+        checkKnownByText(CSpinBoxCtrl::staticMetaObject, {change, SLOT(OnValueChanged(double))});
+        checkKnownByText(CColorCtrl::staticMetaObject, {change, SLOT(OnValueChanged())});
+        checkKnownByText(CGroupBoxCtrl::staticMetaObject, {change, SLOT(OnValueChanged(bool))});
+        checkKnownByText(CLineEditCtrl::staticMetaObject, {change, SLOT(OnValueChanged(const QString&))});
+        checkKnownByText(CImageCtrl::staticMetaObject, {change, SIGNAL(GenerateNormalMap(CImageCtrl*)),
+                                                        SLOT(OnValueChanged()), SLOT(OnClickGenNormalMapButton())});
+        checkKnownByText(CImageWidget::staticMetaObject, {SIGNAL(ShowTextureEditor(const QString&)),
+                                                          SLOT(OnOpenTextureEditor()), SLOT(OnChangeImageFile())});
+        checkKnownByText(CImagePreviewerCtrl::staticMetaObject, {SIGNAL(ChangeImageFile()), SLOT(OnChooseImage())});
+        checkKnownByText(QColorButton::staticMetaObject, {SIGNAL(colorChanged()), SLOT(slotChangeColor())});
+        checkKnownByText(CAppearancePreviewerCtrl::staticMetaObject,
+                         {SIGNAL(SaveAppearance(const kiv::CAppearanceInstancePtr&)),
+                          SIGNAL(InitcurrentLod(CAppearanceLibraryManager::EnShaderLevelOfDetail)),
+                          SLOT(currentIndexChanged(const QString&)), SLOT(currentLodChanged(const QString&)),
+                          SLOT(OnChangeBackgroundColor()), SLOT(OnShowBrowser(bool)), SLOT(OnSaveAppearance())});
+        checkKnownByText(CDynamicWidget::staticMetaObject,
+                         {SIGNAL(ChangeAppearance(const kiv::String&)), SIGNAL(TransformEditedData(const kiv::String&)),
+                          SLOT(OnPropertyChanged(const kiv::String&, const kiv::CPropertyValuePtr&)),
+                          SLOT(OnImageChanged(const kiv::String&, const kiv::CPropertyValuePtr&)),
+                          SLOT(OnShowTextureEditor(const QString&)), SLOT(OnGenNormalMap(CImageCtrl*))});
+        checkKnownByText(CAppearanceDynamicEditor::staticMetaObject,
+                         {SLOT(OnChangeAppearance(const kiv::String&)), SLOT(TransformEditedData(const kiv::String&))});
+        checkKnownByText(CAppearanceEditorWidget::staticMetaObject,
+                         {SIGNAL(OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr&, const kiv::String&)),
+                          SIGNAL(OnTransformEditedData(const kiv::String&))});
+        checkKnownByText(CTextureEditorDlg::staticMetaObject,
+                         {SLOT(OnChangeRotation(double)), SLOT(OnChangeOffsetX(double)), SLOT(OnChangeOffsetY(double)),
+                          SLOT(OnChangeSampleWidth(double)), SLOT(OnChangeSampleHeight(double)), SLOT(OnFilpH(bool)),
+                          SLOT(OnFilpV(bool)), SLOT(OnApplyTexture())});
     }
 
     void colorIsAnnouncedOnce()
@@ -110,14 +99,7 @@ private slots:
         QTest::mouseClick(&button, Qt::LeftButton);
         QVERIFY(cancelled.met);
         QCOMPARE(button.color(), QColor(Qt::red));
-        QColor offered;
-        ModalMeeting<QColorDialog> chosen([&](QColorDialog& dialog) {
-            offered = dialog.currentColor();
-            dialog.setCurrentColor(QColor(12, 34, 56));
-            dialog.accept();
-        });
-        QTest::mouseClick(&button, Qt::LeftButton);
-        QCOMPARE(offered, QColor(Qt::red));
+        QCOMPARE(chooseColor(button, QColor(12, 34, 56)), QColor(Qt::red));
         QCOMPARE(button.color(), QColor(12, 34, 56));
         QCOMPARE(button.text(), QString("RGB(12,34,56)"));
         QCOMPARE(changed.count(), 1);
@@ -125,7 +107,6 @@ private slots:
 
     void paintsThumbnail()
     {
-        m_fixture.write("textures/green.png", makePicture(Qt::green, "PNG"));
         CImagePreviewerCtrl thumbnail;
         QSignalSpy changed(&thumbnail, SIGNAL(ChangeImageFile()));
         thumbnail.resize(60, 30);
@@ -134,9 +115,9 @@ private slots:
             return QList<QColor>{picture.pixelColor(2, 2), picture.pixelColor(57, 27)};
         };
         QCOMPARE(corners(), QList<QColor>({Qt::gray, Qt::gray}));
-        const QString file = m_fixture.path("textures/green.png");
+        const QString file = m_fixture.path("textures/old.png");
         thumbnail.SetImage(file);
-        QCOMPARE(corners(), QList<QColor>({Qt::green, Qt::green}));
+        QCOMPARE(corners(), QList<QColor>({Qt::red, Qt::red}));
         QCOMPARE(thumbnail.toolTip(), file);
         thumbnail.SetImage(m_fixture.path("textures/none.png"));
         QCOMPARE(corners(), QList<QColor>({Qt::gray, Qt::gray}));
@@ -145,8 +126,7 @@ private slots:
 
     void choosesImage()
     {
-        for (const char* file : {"textures/old.png", "favorites/new.png"})
-            m_fixture.write(file, makePicture(QString(file).contains("new") ? Qt::blue : Qt::red, "PNG"));
+        m_fixture.write("favorites/new.png", makePicture(Qt::blue, "PNG"));
         const QStringList before = QDir::temp().entryList(QDir::Files);
         CImagePreviewerCtrl thumbnail;
         thumbnail.resize(40, 40);
@@ -187,50 +167,49 @@ private slots:
         QSignalSpy clicked(&thumbnail, SIGNAL(Clicked()));
         QTest::mouseClick(&thumbnail, Qt::LeftButton);
         QTest::keyClick(&thumbnail, Qt::Key_Space);
-        QCOMPARE(clicked.count(), 2);
+        QTest::keyClick(&thumbnail, Qt::Key_Return);
+        QCOMPARE(clicked.count(), 3);
         QTest::mouseClick(&thumbnail, Qt::RightButton);
         QTest::mousePress(&thumbnail, Qt::LeftButton);
         QTest::mouseRelease(&thumbnail, Qt::LeftButton, {}, QPoint(60, 20));
         QTest::mouseRelease(&thumbnail, Qt::LeftButton);
         QTest::keyClick(&thumbnail, Qt::Key_A);
-        QCOMPARE(clicked.count(), 2);
+        QCOMPARE(clicked.count(), 3);
     }
 
+    // Answered as a copy whatever was proposed: after a move the user's own file would be deleted.
     void takesADroppedFile_data()
     {
-        m_fixture.write("textures/dropped.png", makePicture(Qt::blue, "PNG"));
-        m_fixture.write("textures/page.png", "<html>");
-        const QUrl picture = QUrl::fromLocalFile(m_fixture.path("textures/dropped.png"));
-        const QUrl page = QUrl::fromLocalFile(m_fixture.path("textures/page.png"));
-        const auto row = testColumns<QList<QUrl>, bool>("urls", "taken");
-        row("picture", {picture}, true);
-        row("no picture", {page}, false);
-        row("several", {picture, picture}, false);
-        row("elsewhere", {QUrl("http://localhost/dropped.png")}, false);
-        row("nothing", {}, false);
+        const auto url = [&](const char* file) { return QUrl::fromLocalFile(m_fixture.path(file)); };
+        const QUrl picture = url("textures/new.png");
+        const auto row = testColumns<QList<QUrl>, int, bool, bool>("urls", "offered", "isAnswered", "isTaken");
+        row("picture", {picture}, Qt::CopyAction, true, true);
+        row("picture to be moved", {picture}, Qt::CopyAction | Qt::MoveAction, true, true);
+        row("picture that can only be moved", {picture}, Qt::MoveAction, false, false);
+        row("the present one", {url("textures/old.png")}, Qt::CopyAction, true, false);
+        row("the present one by another path", {url("textures/../textures/old.png")}, Qt::CopyAction, true, false);
+        row("no picture", {url("textures/page.png")}, Qt::CopyAction, false, false);
+        row("several", {picture, picture}, Qt::CopyAction, false, false);
+        row("elsewhere", {QUrl("http://localhost/new.png")}, Qt::CopyAction, false, false);
+        row("nothing", {}, Qt::CopyAction, false, false);
     }
 
     void takesADroppedFile()
     {
         QFETCH(QList<QUrl>, urls);
-        QFETCH(bool, taken);
+        QFETCH(int, offered);
+        QFETCH(bool, isAnswered);
+        QFETCH(bool, isTaken);
         CImagePreviewerCtrl thumbnail;
+        thumbnail.SetImage(m_fixture.path("textures/old.png"));
         QSignalSpy changed(&thumbnail, SIGNAL(ChangeImageFile()));
-        QMimeData data;
-        data.setUrls(urls);
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        enter.ignore();
-        QApplication::sendEvent(&thumbnail, &enter);
-        QCOMPARE(enter.isAccepted(), taken);
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&thumbnail, &drop);
-        QCOMPARE(changed.count(), taken ? 1 : 0);
-        QCOMPARE(thumbnail.GetImage(), taken ? m_fixture.path("textures/dropped.png") : QString());
+        QCOMPARE(dropUrls(thumbnail, urls, Qt::DropActions(offered)), isAnswered ? Qt::CopyAction : Qt::IgnoreAction);
+        QCOMPARE(changed.count(), isTaken ? 1 : 0);
+        QCOMPARE(thumbnail.GetImage(), m_fixture.path(isTaken ? "textures/new.png" : "textures/old.png"));
     }
 
     void keepsTheImageOtherwise()
     {
-        m_fixture.write("textures/old.png", makePicture(Qt::red, "PNG"));
         CImagePreviewerCtrl thumbnail;
         thumbnail.SetImage(m_fixture.path("textures/old.png"));
         QSignalSpy changed(&thumbnail, SIGNAL(ChangeImageFile()));
@@ -247,6 +226,14 @@ private slots:
             QCOMPARE(thumbnail.GetImage(), m_fixture.path("textures/old.png"));
             QCOMPARE(changed.count(), 0);
         }
+    }
+
+protected:
+    void prepare() override
+    {
+        m_fixture.write("textures/old.png", makePicture(Qt::red, "PNG"));
+        m_fixture.write("textures/new.png", makePicture(Qt::blue, "PNG"));
+        m_fixture.write("textures/page.png", "<html>");
     }
 
 private:

@@ -116,17 +116,18 @@ private slots:
 
     void spinBoxScales_data()
     {
-        const auto row = testColumns<bool, double, double, float, QString, QString, float>(
-            "scaled", "low", "high", "stored", "shown", "typed", "answered");
-        row("percent", true, 0, 1, 0.5F, "50", "75", 0.75F);
-        row("lower bound", true, -1, 1, -1, "-1", "99", 1);
-        row("middle", true, -1, 1, 0, "49", "-1", -1);
-        row("upper bound", true, -1, 1, 1, "99", "49", 0);
-        row("above its range", true, 0, 1, 7, "100", "12.5", 0.125F);
-        row("below its range", true, 0, 1, -7, "0", "100", 1);
-        row("fraction", true, 0, 1, 0.123456F, "12.346", "0.002", 0.00002F);
-        row("without a range", false, 0, 0, 1.5F, "1.5", "2.25", 2.25F);
-        row("large", false, 0, 0, 123456, "123456", "1000000", 1000000);
+        const auto row =
+            testColumns<QString, float, QString, QString, float>("range", "stored", "shown", "typed", "answered");
+        row("percent", "0~1", 0.5F, "50", "75", 0.75F);
+        row("lower bound", "-1~1", -1, "-1", "99", 1);
+        row("middle", "-1~1", 0, "49", "-1", -1);
+        row("upper bound", "-1~1", 1, "99", "49", 0);
+        row("above its range", "0~1", 7, "100", "12.5", 0.125F);
+        row("below its range", "0~1", -7, "0", "100", 1);
+        row("fraction", "0~1", 0.123456F, "12.346", "0.002", 0.00002F);
+        row("without a range", "", 1.5F, "1.5", "2.25", 2.25F);
+        row("negative without a range", "", -2.125F, "-2.125", "-4", -4);
+        row("large without a range", "", 123456, "123456", "1000000", 1000000);
     }
 
     void spinBoxScales()
@@ -136,11 +137,9 @@ private slots:
         QFETCH(QString, typed);
         CSpinBoxCtrl control("number", nullptr);
         control.setLocale(QLocale::c());
-        if (QFETCH(bool, scaled); scaled) {
-            QFETCH(double, low);
-            QFETCH(double, high);
-            control.SetPropertyRange(low, high);
-        }
+        QFETCH(QString, range);
+        if (!range.isEmpty())
+            control.SetPropertyRange(range.section('~', 0, 0).toDouble(), range.section('~', 1).toDouble());
         Announced<float> announced(control);
         control.SetTypedValue(stored);
         QTEST(control.text(), "shown");
@@ -152,6 +151,24 @@ private slots:
         QCOMPARE(control.text(), typed);
         QCOMPARE(control.GetTypedValue(), answered);
         QCOMPARE(announced.values.back(), answered);
+        announced.take();
+        QTest::keyClick(&control, Qt::Key_Return);
+        QCOMPARE(announced.take(), QString());
+    }
+
+    void spinBoxKeepsWhatIsBeyondItsRangeUntilChanged()
+    {
+        CSpinBoxCtrl control("number", nullptr);
+        control.SetPropertyRange(0, 1);
+        for (const auto& [stored, outwards, inwards, bound] :
+             {std::tuple(7.0F, Qt::Key_Up, Qt::Key_Down, 1.0F), {-7.0F, Qt::Key_Down, Qt::Key_Up, 0.0F}}) {
+            control.SetTypedValue(stored);
+            QTest::keyClick(&control, outwards);
+            QCOMPARE(control.GetTypedValue(), stored);
+            QTest::keyClick(&control, inwards);
+            QTest::keyClick(&control, outwards);
+            QCOMPARE(control.GetTypedValue(), bound);
+        }
     }
 
     // Looking at a number must not change it, nor may a step there and back.
@@ -191,10 +208,13 @@ private slots:
         Announced<float> announced(*number);
         area.show();
         QVERIFY(QTest::qWaitForWindowActive(&area));
-        other->setFocus();
-        turnWheel(*number);
-        QVERIFY(area.verticalScrollBar()->value() > 0);
-        QVERIFY(!number->hasFocus());
+        for (QWidget* focused : {static_cast<QWidget*>(other), static_cast<QWidget*>(number)}) {
+            focused->setFocus();
+            area.verticalScrollBar()->setValue(0);
+            turnWheel(*number);
+            QVERIFY(area.verticalScrollBar()->value() > 0);
+            QVERIFY(focused->hasFocus());
+        }
         QCOMPARE(announced.take(), QString());
         QCOMPARE(number->GetTypedValue(), 50.0F);
     }
@@ -230,6 +250,7 @@ private slots:
         row("no separator", u8"木.png", u8"木.png");
         row("slash first", "/a.png", "/a.png");
         row("backslash first", "\\a.png", "\\a.png");
+        row("what looks like rich text", "/x<b>/<i>a</i>.png", "i>.png");
         row("nothing", "", "");
     }
 
@@ -242,7 +263,9 @@ private slots:
         const auto* label = control.findChild<QLabel*>();
         QTEST(label->text(), "name");
         QVERIFY(!label->wordWrap());
-        QCOMPARE(label->toolTip(), path);
+        for (const QWidget* widget :
+             {static_cast<const QWidget*>(label), static_cast<const QWidget*>(&control.GetThumbnail())})
+            QCOMPARE(seenTip(*widget), path);
         QCOMPARE(control.GetTypedValue(), path.toStdString());
     }
 
@@ -268,39 +291,27 @@ private slots:
     void thumbnailAsksForThePlacementOrForAPicture()
     {
         m_fixture.write("textures/a.png", makePicture(Qt::blue, "PNG"));
-        m_fixture.write("textures/page.png", "<html>");
         const QString file = m_fixture.path("textures/a.png");
         CImageCtrl control("image", nullptr);
         Announced<std::string> announced(control);
         QStringList placed;
         connect(&control, &CImageCtrl::ShowTextureEditor, [&](const QString& key) { placed += key; });
-        const auto answer = [](const QString& with) {
-            return [with](QFileDialog& dialog) {
-                if (!with.isEmpty())
-                    dialog.selectFile(with);
-                QTest::keyClick(&dialog, with.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
-            };
-        };
-        for (const QString& refused : {QString(), m_fixture.path("textures/page.png"), file}) {
-            QCOMPARE(announced.take(), QString());
-            ModalMeeting<QFileDialog> meeting(answer(refused));
-            QTest::mouseClick(&control.GetThumbnail(), Qt::LeftButton);
+        for (QWidget* pressed : {static_cast<QWidget*>(&control.GetThumbnail()),
+                                 static_cast<QWidget*>(control.findChild<QToolButton*>())}) {
+            ModalMeeting<QFileDialog> meeting([&](QFileDialog& dialog) {
+                dialog.selectFile(file);
+                QTest::keyClick(&dialog, Qt::Key_Return);
+            });
+            QTest::mouseClick(pressed, Qt::LeftButton);
             QVERIFY(meeting.met);
+            QCOMPARE(announced.take(), QString("image"));
+            QCOMPARE(announced.values.back(), file.toStdString());
         }
-        QCOMPARE(announced.take(), QString("image"));
         QCOMPARE(control.findChild<QLabel*>()->text(), QString("a.png"));
         QCOMPARE(placed, QStringList());
         QTest::mouseClick(&control.GetThumbnail(), Qt::LeftButton);
         QTest::keyClick(&control.GetThumbnail(), Qt::Key_Space);
         QCOMPARE(placed, QStringList({"image", "image"}));
-
-        dropFile(control.GetThumbnail(), m_fixture.path("textures/page.png"));
-        QCOMPARE(announced.take(), QString());
-        ModalMeeting<QFileDialog> meeting(answer(file));
-        QTest::mouseClick(control.findChild<QToolButton*>(), Qt::LeftButton);
-        QVERIFY(meeting.met);
-        QCOMPARE(announced.take(), QString("image"));
-        QCOMPARE(announced.values.back(), file.toStdString());
     }
 
 private:

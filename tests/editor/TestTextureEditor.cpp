@@ -3,16 +3,19 @@
 #include <ImageCtrl.h>
 #include <ImagePreviewerCtrl.h>
 #include <TextureEditorDlg.h>
+#include <TextureSceneWidget.h>
 
 #include <MaterialTest.h>
 #include <ModalMeeting.h>
 
 #include <kiv/TextureTransform.h>
+#include <kiv/Viewer.h>
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 
 #include <cmath>
@@ -47,7 +50,11 @@ private slots:
     void init()
     {
         m_fixture = std::make_unique<EditorFixture>();
-        m_fixture->write("textures/wall.png", makePicture(Qt::blue, "PNG"));
+        // Two colours without any symmetry, so that every placement looks different.
+        QImage picture(64, 64, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        QPainter(&picture).fillRect(0, 0, 40, 20, Qt::yellow);
+        QVERIFY(picture.save(m_fixture->path("textures/wall.png")));
         m_appearance = m_fixture->add("Generic", "placed");
         m_appearance->SetUseDiffuseTexture(true);
         const auto texture = m_appearance->GetDiffuseTexture();
@@ -181,17 +188,53 @@ private slots:
         QVERIFY(transformOf(texture) == TextureTransform(30, {2, -3.01F}, {0.5F, -1}));
     }
 
-    void repeatsAreChosen()
+    void everyChangeIsSeenInThePreview()
     {
         const auto dialog = openDialog();
-        const auto repeats = [&] {
-            return std::pair(dialog->GetTexture()->ValueOr("repeat_h", -1),
-                             dialog->GetTexture()->ValueOr("repeat_v", -1));
+        const auto* scene = dialog->findChild<CTextureSceneWidget*>("sceneViewer");
+        QTRY_VERIFY(scene->GetViewer() && scene->GetPreviewNode()->GetRenderable());
+        const auto picture = [&] {
+            constexpr int side = 64;
+            const auto image = scene->GetViewer()->Snapshot(side, side);
+            return image ? QByteArray(reinterpret_cast<const char*>(image->GetData()), side * side * 4) : QByteArray();
         };
-        QTest::keyClick(dialog->findChild<QComboBox*>("repeatVertical"), Qt::Key_End);
-        QCOMPARE(repeats(), std::pair(1, 2));
+        QList<QByteArray> seen{picture()};
+        QVERIFY(!seen.first().isEmpty());
+        const auto see = [&](const char* what) {
+            const QByteArray now = picture();
+            QVERIFY2(now != seen.last(), what);
+            seen += now;
+        };
+        for (const char* name : {"rotation", "sampleWidth", "sampleHeight", "offsetX", "offsetY"}) {
+            typeAnew(*number(*dialog, name), "0.7");
+            see(name);
+        }
+        // Mirrored on each side of zero, a texture is not changed by mirroring.
         QTest::keyClick(dialog->findChild<QComboBox*>("repeatHorizontal"), Qt::Key_Home);
-        QCOMPARE(repeats(), std::pair(0, 2));
+        see("repeated");
+        QCOMPARE(dialog->GetTexture()->ValueOr("repeat_h", -1), 0);
+        for (const char* name : {"checkBox_FlipH", "checkBox_FlipV"}) {
+            QTest::keyClick(dialog->findChild<QCheckBox*>(name), Qt::Key_Space);
+            see(name);
+        }
+        for (const char* name : {"repeatHorizontal", "repeatVertical"}) {
+            QTest::keyClick(dialog->findChild<QComboBox*>(name), Qt::Key_End);
+            see(name);
+        }
+        QCOMPARE(dialog->GetTexture()->ValueOr("repeat_h", -1), 2);
+        QCOMPARE(dialog->GetTexture()->ValueOr("repeat_v", -1), 2);
+    }
+
+    // It may have been computed elsewhere, or from sizes that the boxes round.
+    void lookingAtThePlacementKeepsTheStoredTransform()
+    {
+        CMatrix3<float> stored;
+        stored(0, 1) = 0.125F;
+        m_appearance->GetDiffuseTexture()->SetProperty("transform", MakePropertyValue(stored));
+        const QByteArray before = m_fixture->document(m_appearance);
+        m_fixture->edit(m_appearance);
+        place([](CTextureEditorDlg& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        QCOMPARE(m_fixture->document(m_appearance), before);
     }
 
     void closingInAnyWayKeepsThePlacement_data()

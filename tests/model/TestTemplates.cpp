@@ -116,6 +116,10 @@ private slots:
         element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"1~0"})", "/range", "element \"f\": the lower");
         element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"0-1"})", "/range", "two numbers");
         element(R"({"type":"SpinBox","id":"f","parameter":"f","range":"0~"})", "/range", "two numbers");
+        for (const char* range : {"0~1e300", "0~1e-300", "1e300~2e300"})
+            element(qPrintable(QString(R"({"type":"SpinBox","id":"f","parameter":"f","range":"%1"})").arg(range)),
+                    "/range", "cannot be shown");
+        element(R"({"type":"SpinBox","id":"c","parameter":"f"})", "/id", "another type than \"f\"");
         element(R"({"type":"GroupBox","id":"g","checkable":true})", "/checkable", "are texts");
         element(R"({"type":"GroupBox","id":"g","StackPanels":[{"type":"X"}]})", "/StackPanels/0/type", "no element");
         element(R"({"type":"Label","StackPanels":[{"type":"Separator"}]})", "/StackPanels", "only a group");
