@@ -1,5 +1,6 @@
 #include "PreviewSkybox.h"
 
+#include <kiv/Viewer.h>
 #include <kiv/system/StoredPath.h>
 
 #include <QFileInfo>
@@ -69,4 +70,17 @@ std::optional<kiv::CSkybox::Faces> PreviewSkyboxFaces(const std::wstring& folder
     for (std::size_t i = 0; i < faces.size(); ++i)
         faces[i] = kiv::system::JoinPath(folder, FaceNames[i]).toStdWString();
     return faces;
+}
+
+void SetUpPreviewSkybox(kiv::CViewer& viewer, const std::wstring& folder)
+{
+    const auto faces = PreviewSkyboxFaces(folder);
+    viewer.GetViewport().SetSkyBox(faces.has_value(), faces.value_or(kiv::CSkybox::Faces()), PreviewSkyboxProgram());
+    const auto skybox = std::dynamic_pointer_cast<kiv::CSkybox>(viewer.GetViewport().GetSky());
+    if (skybox)
+        skybox->SetImageBasedLightingEnabled(true);
+    auto* pass = dynamic_cast<kiv::CRenderScenePass*>(viewer.GetRenderPassChain().Find("kiv_main_pass"));
+    if (pass)
+        pass->GetPoolRenderer().SetEnvironment(skybox);
+    viewer.SetDirty();
 }

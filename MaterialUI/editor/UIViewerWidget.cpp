@@ -4,6 +4,7 @@
 #include "PreviewSkybox.h"
 #include "SetStateSetWorker.h"
 #include "SwitchSceneWorker.h"
+#include "ViewerEvents.h"
 
 #include <kiv/Viewer.h>
 
@@ -16,20 +17,11 @@ namespace {
 const QColor DefaultBackground(200, 200, 200, 255);
 constexpr double HeadLampIntensity = 1.0;
 
-// What is seen is also what lights the body.
-void lightByTheSky(kiv::CViewer& viewer, const std::shared_ptr<kiv::CSkybox>& skybox)
-{
-    skybox->SetImageBasedLightingEnabled(true);
-    auto* pass = dynamic_cast<kiv::CRenderScenePass*>(viewer.GetRenderPassChain().Find("kiv_main_pass"));
-    if (pass)
-        pass->GetPoolRenderer().SetEnvironment(skybox);
-}
-
 }  // namespace
 
 CUIViewerWidget::CUIViewerWidget(QWidget* parent, int firstInterval, int secondInterval)
     : QWidget(parent), m_firstInterval(firstInterval), m_secondInterval(secondInterval),
-      m_backgroundColor(DefaultBackground)
+      m_backgroundColor(DefaultBackground), m_timer(this)
 {
     setAttribute(Qt::WA_PaintOnScreen);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -135,11 +127,7 @@ void CUIViewerWidget::runPendingBackground()
 
 void CUIViewerWidget::setUpSky()
 {
-    kiv::CViewport& viewport = m_viewer->GetViewport();
-    if (const auto faces = PreviewSkyboxFaces(m_skyBoxFolder))
-        viewport.SetSkyBox(true, *faces, PreviewSkyboxProgram());
-    if (const auto skybox = std::dynamic_pointer_cast<kiv::CSkybox>(viewport.GetSky()))
-        lightByTheSky(*m_viewer, skybox);
+    SetUpPreviewSkybox(*m_viewer, m_skyBoxFolder);
     if (!m_isSkyShown)
         ShowSky(false);
 }
@@ -167,55 +155,51 @@ void CUIViewerWidget::onTimer2()
 
 void CUIViewerWidget::keyPressEvent(QKeyEvent* event)
 {
-    if (!forwardKey(kiv::KeyPressEvent, *event))
+    if (!forwardKey(*event))
         QWidget::keyPressEvent(event);
 }
 
 void CUIViewerWidget::keyReleaseEvent(QKeyEvent* event)
 {
-    if (!forwardKey(kiv::KeyReleaseEvent, *event))
+    if (!forwardKey(*event))
         QWidget::keyReleaseEvent(event);
 }
 
 // What the viewer has no use for goes on to the dialog: Escape closes it.
-bool CUIViewerWidget::forwardKey(int type, const QKeyEvent& event)
+bool CUIViewerWidget::forwardKey(const QKeyEvent& event)
 {
-    return m_viewer && m_viewer->ProcessEvent(kiv::CKeyEventArgs(type, event.nativeVirtualKey()));
+    return m_viewer && m_viewer->ProcessEvent(ViewerEventOf(event));
 }
 
 void CUIViewerWidget::mousePressEvent(QMouseEvent* event)
 {
-    forwardMouse(kiv::MousePressEvent, *event, event->button());
+    forwardMouse(*event);
 }
 
 void CUIViewerWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    forwardMouse(kiv::MouseReleaseEvent, *event, event->button());
+    forwardMouse(*event);
 }
 
 void CUIViewerWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    forwardMouse(kiv::MouseDoubleClickEvent, *event, event->button());
+    forwardMouse(*event);
 }
 
 void CUIViewerWidget::mouseMoveEvent(QMouseEvent* event)
 {
-    forwardMouse(kiv::MouseMoveEvent, *event, event->buttons());
+    forwardMouse(*event);
 }
 
 // A press that was let through would give the drag behind it to the parent.
-void CUIViewerWidget::forwardMouse(int type, QMouseEvent& event, unsigned buttons)
+void CUIViewerWidget::forwardMouse(QMouseEvent& event)
 {
     event.setAccepted(m_viewer != nullptr);
     if (m_viewer)
-        m_viewer->ProcessEvent(
-            kiv::CMouseEventArgs(type, event.x(), event.y(), 0, buttons, unsigned(event.modifiers())));
+        m_viewer->ProcessEvent(ViewerEventOf(event));
 }
 
 void CUIViewerWidget::wheelEvent(QWheelEvent* event)
 {
-    const QPoint place = event->position().toPoint();
-    const kiv::CMouseEventArgs args(kiv::MouseWheelEvent, place.x(), place.y(), event->angleDelta().y(),
-                                    unsigned(event->buttons()), unsigned(event->modifiers()));
-    event->setAccepted(m_viewer && m_viewer->ProcessEvent(args));
+    event->setAccepted(m_viewer && m_viewer->ProcessEvent(ViewerEventOf(*event)));
 }

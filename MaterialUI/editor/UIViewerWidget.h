@@ -72,8 +72,8 @@ private:
     void createViewer();
     void runPendingBackground();
     void setUpSky();
-    bool forwardKey(int type, const QKeyEvent& event);
-    void forwardMouse(int type, QMouseEvent& event, unsigned buttons);
+    bool forwardKey(const QKeyEvent& event);
+    void forwardMouse(QMouseEvent& event);
 
     QPointer<QWidget> m_placeholder;
     int m_firstInterval;

@@ -3,6 +3,7 @@
 #include "SelectionFrame.h"
 
 #include <PreviewSkybox.h>
+#include <ViewerEvents.h>
 
 #include <kiv/TangentHelper.h>
 #include <kiv/Viewer.h>
@@ -75,22 +76,9 @@ void BuildingView3D::createViewer()
     m_frame->SetStateSet(SelectionFrame::stateSet().get());
     for (const kiv::CVisualNodePtr& node : {m_elements, m_scenery, m_frame})
         m_viewer->GetScene().GetRoot()->AddChild(node);
-    setUpSky();
+    SetUpPreviewSkybox(*m_viewer, m_manager.GetTextureLibraryPath() + L"/skybox/");
     fillScene();
     zoomToFit();
-}
-
-void BuildingView3D::setUpSky()
-{
-    kiv::CViewport& viewport = m_viewer->GetViewport();
-    if (const auto faces = PreviewSkyboxFaces(m_manager.GetTextureLibraryPath() + L"/skybox/"))
-        viewport.SetSkyBox(true, *faces, PreviewSkyboxProgram());
-    const auto sky = std::dynamic_pointer_cast<kiv::CSkybox>(viewport.GetSky());
-    auto* pass = dynamic_cast<kiv::CRenderScenePass*>(m_viewer->GetRenderPassChain().Find("kiv_main_pass"));
-    if (!sky || !pass)
-        return;
-    sky->SetImageBasedLightingEnabled(true);
-    pass->GetPoolRenderer().SetEnvironment(sky);
 }
 
 void BuildingView3D::fillScene()
@@ -279,7 +267,7 @@ void BuildingView3D::mousePressEvent(QMouseEvent* event)
 {
     m_pressed = event->pos();
     m_mayClick = event->button() == Qt::LeftButton;
-    forwardMouse(kiv::MousePressEvent, *event, event->button());
+    forwardMouse(*event);
 }
 
 void BuildingView3D::mouseMoveEvent(QMouseEvent* event)
@@ -287,12 +275,12 @@ void BuildingView3D::mouseMoveEvent(QMouseEvent* event)
     if ((event->pos() - m_pressed).manhattanLength() >= QApplication::startDragDistance())
         m_mayClick = false;
     if (!m_mayClick)
-        forwardMouse(kiv::MouseMoveEvent, *event, event->buttons());
+        forwardMouse(*event);
 }
 
 void BuildingView3D::mouseReleaseEvent(QMouseEvent* event)
 {
-    forwardMouse(kiv::MouseReleaseEvent, *event, event->button());
+    forwardMouse(*event);
     if (m_mayClick && event->button() == Qt::LeftButton)
         emit elementClicked(elementAt(event->pos()));
     m_mayClick = false;
@@ -306,19 +294,15 @@ void BuildingView3D::mouseDoubleClickEvent(QMouseEvent* event)
         emit elementDoubleClicked(elementId);
 }
 
-void BuildingView3D::forwardMouse(int type, const QMouseEvent& event, unsigned buttons)
+void BuildingView3D::forwardMouse(const QMouseEvent& event)
 {
     if (m_viewer)
-        m_viewer->ProcessEvent(
-            kiv::CMouseEventArgs(type, event.x(), event.y(), 0, buttons, unsigned(event.modifiers())));
+        m_viewer->ProcessEvent(ViewerEventOf(event));
 }
 
 void BuildingView3D::wheelEvent(QWheelEvent* event)
 {
-    const QPoint place = event->position().toPoint();
-    if (!m_viewer || !m_viewer->ProcessEvent(kiv::CMouseEventArgs(kiv::MouseWheelEvent, place.x(), place.y(),
-                                                                  event->angleDelta().y(), unsigned(event->buttons()),
-                                                                  unsigned(event->modifiers()))))
+    if (!m_viewer || !m_viewer->ProcessEvent(ViewerEventOf(*event)))
         return;
     changed();
     emit zoomed();

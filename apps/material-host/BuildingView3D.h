@@ -74,12 +74,11 @@ private:
     };
 
     void createViewer();
-    void setUpSky();
     void fillScene();
     void showMaterial(const BuildingElement& element, kiv::CVisualNode& node) const;
     void frameSelection();
     void changed();
-    void forwardMouse(int type, const QMouseEvent& event, unsigned buttons);
+    void forwardMouse(const QMouseEvent& event);
     QMatrix4x4 toPixels() const;
 
     const kiv::CAppearanceLibraryManager& m_manager;
