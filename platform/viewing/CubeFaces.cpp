@@ -22,16 +22,16 @@ QImage faceOf(const QImage& picture, int side)
 
 }  // namespace
 
-bool CubeFacesOfSky(const std::array<QImage, 6>& pictures, CCubeFaces& faces, QString& reason)
+bool CubeFacesOfSky(const std::array<QImage, 6>& pictures, int maxSide, CCubeFaces& faces, QString& reason)
 {
-    int side = 0;
+    int side = std::min(maxSide, MaxSkySide);
     for (std::size_t i = 0; i < pictures.size(); ++i) {
         const int own = std::min(pictures[i].width(), pictures[i].height());
         if (own == 0) {
             reason = QStringLiteral("the sky box has no picture for its face \"%1\"").arg(QLatin1String(names[i]));
             return false;
         }
-        side = i == 0 ? own : std::min(side, own);
+        side = std::min(side, own);
     }
     // +x right, -x left, +y bottom, -y top, +z back, -z front.
     constexpr std::size_t order[6] = {3, 2, 5, 4, 0, 1};

@@ -7,7 +7,8 @@ namespace kiv {
 
 bool CFrameTarget::prepare(const QSize& size)
 {
-    if (m_picture && m_picture->size() == size)
+    // After a lost context they are there, but no longer valid.
+    if (m_picture && m_picture->size() == size && m_picture->isValid() && m_samples->isValid())
         return true;
     QOpenGLFramebufferObjectFormat format;
     format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);

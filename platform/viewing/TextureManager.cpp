@@ -93,9 +93,11 @@ bool CTextureManager::TextureHelper(const std::wstring& path, const DecodedCallb
 void CTextureManager::ReleaseTextures()
 {
     const auto device = CRenderDevice::Existing();
-    if (!device || !device->GetReason().empty())
+    if (!device || !device->IsCapable())
         return;
     const CRenderDevice::CCurrent current(*device);
+    if (!current)
+        return;  // nothing can be deleted now, and what is forgotten would never be
     device->GetTextures().Release();
     device->GetSkies().Release();
 }

@@ -62,10 +62,10 @@ struct CViewer::Private : IPictureSource {
         rest.setSingleShot(true);
         rest.setInterval(RestMs);
         QObject::connect(&rest, &QTimer::timeout, [this] { setDirty(); });
-        if (!device->GetReason().empty())
+        if (!device->IsCapable())
             return;
         renderer = std::make_unique<CSceneRenderer>(*device);
-        listener = device->GetTextures().AddListener([this] { setDirty(); });
+        listener = device->AddListener([this] { setDirty(); });
     }
 
     ~Private() override
@@ -73,7 +73,7 @@ struct CViewer::Private : IPictureSource {
         delete surface.data();
         if (!renderer)
             return;
-        device->GetTextures().RemoveListener(listener);
+        device->RemoveListener(listener);
         const CRenderDevice::CCurrent current(*device);
         still.Release();
         moving.Release();
@@ -93,12 +93,32 @@ struct CViewer::Private : IPictureSource {
     {
         if (!isGood(size))
             return {};
+        QImage picture = drawnImage(size);
+        if (picture.isNull()) {
+            picture = QImage(size, QImage::Format_RGB32);
+            picture.fill(QColor(background.r, background.g, background.b));
+        }
+        return picture;
+    }
+
+    /// Null when nothing can be drawn.
+    QImage drawnImage(const QSize& size)
+    {
         const CRenderDevice::CCurrent current(*device);
         const CFrameTarget* target = current ? drawScene(size) : nullptr;
-        QImage picture = target ? target->ReadBack() : QImage(size, QImage::Format_RGB32);
-        if (!target)
-            picture.fill(QColor(background.r, background.g, background.b));
-        return picture;
+        return target ? target->ReadBack() : QImage();
+    }
+
+    /// What the next frame is drawn with is there when this returns.
+    void waitForPictures(const QSize& size)
+    {
+        const CRenderDevice::CCurrent current(*device);
+        if (!current)
+            return;
+        const CScene::CLocker locker(scene);
+        renderer->Prefetch(frameOf(size));
+        device->GetTextures().WaitForPending();
+        device->GetSkies().WaitForPending();
     }
 
     bool DrawWindow(QWindow& window) override
@@ -115,18 +135,22 @@ struct CViewer::Private : IPictureSource {
         return true;
     }
 
+    CFrame frameOf(const QSize& size)
+    {
+        return {scene, camera, viewport, passes, background, double(size.width()) / size.height(), !rest.isActive()};
+    }
+
     /// Null when nothing can be drawn. The context must be current.
     CFrameTarget* drawScene(const QSize& size)
     {
         const CScene::CLocker locker(scene);
-        const bool isFine = !rest.isActive();
-        const CFrame frame{scene, camera, viewport, passes, background, double(size.width()) / size.height(), isFine};
+        const CFrame frame = frameOf(size);
         const auto draw = [&] {
             renderer->Draw(frame);
             if (options.IsViewAxesEnabled())
                 paintAxes(size, camera);
         };
-        CFrameTarget& target = isFine ? still : moving;
+        CFrameTarget& target = frame.isFine ? still : moving;
         if (!renderer || !target.Draw(size, draw))
             return nullptr;
         ++frames;
@@ -261,11 +285,8 @@ CImagePtr CViewer::Snapshot(int width, int height)
     if (!isGood({width, height}) || !m->renderer)
         return nullptr;
     m->rest.stop();
-    // The first drawing asks for the pictures, the second has them.
-    QImage picture = m->DrawImage({width, height});
-    if (m->device->GetTextures().WaitForPending())
-        picture = m->DrawImage({width, height});
-    picture = picture.convertToFormat(QImage::Format_RGBA8888);
+    m->waitForPictures({width, height});
+    const QImage picture = m->drawnImage({width, height}).convertToFormat(QImage::Format_RGBA8888);
     if (picture.isNull())
         return nullptr;
     auto image = std::make_shared<CImage>(width, height);

@@ -3,6 +3,8 @@
 #include <PreviewBodies.h>
 #include <PreviewSkybox.h>
 
+#include <QFile>
+
 PreviewFixture::PreviewFixture()
 {
     const std::wstring data = QStringLiteral(MATERIAL_DATA_DIR).toStdWString();
@@ -68,13 +70,7 @@ void PreviewFixture::setMaterial(const kiv::CAppearanceInstancePtr& material)
 
 void PreviewFixture::setSky(const QString& folder)
 {
-    const auto faces = PreviewSkyboxFaces(folder.toStdWString());
-    m_viewer.GetViewport().SetSkyBox(faces.has_value(), faces.value_or(kiv::CSkybox::Faces()), PreviewSkyboxProgram());
-    const auto sky = std::dynamic_pointer_cast<kiv::CSkybox>(m_viewer.GetViewport().GetSky());
-    if (sky)
-        sky->SetImageBasedLightingEnabled(true);
-    auto* pass = dynamic_cast<kiv::CRenderScenePass*>(m_viewer.GetRenderPassChain().Find("kiv_main_pass"));
-    pass->GetPoolRenderer().SetEnvironment(sky);
+    SetUpPreviewSkybox(m_viewer, folder.toStdWString());
 }
 
 QString PreviewFixture::shippedSky()
@@ -97,6 +93,25 @@ QString PreviewFixture::makeSky(const QString& folder, const std::function<QColo
             qFatal("cannot write a face");
     }
     return folder;
+}
+
+void PreviewFixture::writePicture(const QString& path, const QSize& size, const QColor& left, const QColor& right)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(left);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = size.width() / 2; x < size.width() && size.width() > 1; ++x)
+            image.setPixelColor(x, y, right);
+    }
+    if (!image.save(path, "PNG"))
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+void PreviewFixture::setModified(const QString& path, const QDateTime& time)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite) || !file.setFileTime(time, QFileDevice::FileModificationTime))
+        qFatal("cannot change %s", qPrintable(path));
 }
 
 QImage PreviewFixture::picture(int width, int height)

@@ -4,6 +4,7 @@
 #include <kiv/Viewer.h>
 
 #include <QColor>
+#include <QDateTime>
 #include <QImage>
 #include <QString>
 
@@ -38,6 +39,9 @@ public:
     /// the folder.
     static QString makeSky(const QString& folder, const std::function<QColor(const QString&)>& color);
     static QString skyFace(const QString& folder, const QString& side);
+    /// A picture whose left half has one colour and whose right half has another.
+    static void writePicture(const QString& path, const QSize& size, const QColor& left, const QColor& right);
+    static void setModified(const QString& path, const QDateTime& time);
 
     QImage picture(int width, int height);
 

@@ -1,18 +1,13 @@
-// What is missing, broken, out of range or taken away: a picture all the same, and a reason where one is due.
+// What is missing, broken or out of range: a picture all the same, and a reason where one is due.
 #include "MaterialTest.h"
 #include "PreviewFixture.h"
 #include "TestFiles.h"
 
-#include <kiv/TextureManager.h>
-
 #include <QDir>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
 
 #include <PreviewBodies.h>
 #include <PreviewSkybox.h>
 
-#include <array>
 #include <limits>
 #include <unistd.h>
 
@@ -25,18 +20,6 @@ const QPoint Middle(Width / 2, Height / 2);
 const char* const Brick = "Red facing brick, running bond";
 const kiv::CColor Background{90, 120, 60};
 const QRgb BackgroundPixel = qRgb(90, 120, 60);
-
-void writePicture(const QString& path, const QSize& size, const QColor& left, const QColor& right)
-{
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(left);
-    for (int y = 0; y < size.height(); ++y) {
-        for (int x = size.width() / 2; x < size.width() && size.width() > 1; ++x)
-            image.setPixelColor(x, y, right);
-    }
-    if (!image.save(path, "PNG"))
-        qFatal("cannot write %s", qPrintable(path));
-}
 
 // The tone curve takes a little off what is brightest.
 bool isLike(QRgb pixel, const QColor& color)
@@ -113,7 +96,7 @@ private slots:
         preview.showTextureOnly();
         for (const QSize& size : {QSize(1, 1), QSize(16384, 16), QSize(16, 16384), QSize(3001, 7)}) {
             const QString path = folder.filePath(QString("%1x%2.png").arg(size.width()).arg(size.height()));
-            writePicture(path, size, Qt::red, Qt::blue);
+            PreviewFixture::writePicture(path, size, Qt::red, Qt::blue);
             const auto material = preview.greenMaterial();
             PreviewFixture::setTexture(material, path);
             preview.setMaterial(material);
@@ -139,11 +122,9 @@ private slots:
         preview.setMaterial(material);
         QDateTime time = QDateTime::currentDateTime();
         for (const QColor color : {Qt::red, Qt::blue, Qt::yellow}) {
-            writePicture(path, {8, 8}, color, color);
+            PreviewFixture::writePicture(path, {8, 8}, color, color);
             time = time.addSecs(1);
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
-            file.close();
+            PreviewFixture::setModified(path, time);
             QVERIFY(isLike(preview.picture(Width, Height).pixel(Middle), color));
         }
     }
@@ -188,56 +169,6 @@ private slots:
             QVERIFY2(isLike(picture.pixel(place), colors[expected[i]]),
                      qPrintable(QString("quarter %1 is %2").arg(i).arg(picture.pixelColor(place).name())));
         }
-    }
-
-    void unusableSkies_data()
-    {
-        const auto row = testColumns<QString>("bytes");
-        row("face missing", QString());
-        row("face empty", "");
-        row("face broken", "this is no picture");
-    }
-
-    void unusableSkies()
-    {
-        QFETCH(QString, bytes);  // null: there is no file
-        QTemporaryDir folder;
-        const auto red = [](const QString&) { return Qt::red; };
-        const QString face = PreviewFixture::skyFace(PreviewFixture::makeSky(folder.path(), red), "left");
-        QVERIFY(QFile::remove(face));
-        if (!bytes.isNull())
-            writeFile(face, bytes.toUtf8());
-        PreviewFixture preview;
-        preview.viewer().SetBackgroundColor(Background);
-        const QImage without = preview.picture(Width, Height);
-        preview.setSky(folder.path());
-        QCOMPARE(preview.picture(Width, Height), without);
-        QCOMPARE(without.pixel(Corner), BackgroundPixel);
-        QVERIFY2(contains(preview.viewer().GetReason(), "cube01_left.jpg"), preview.viewer().GetReason().c_str());
-
-        // Once repaired it is shown as soon as the textures are read again.
-        PreviewFixture::makeSky(folder.path(), red);
-        kiv::CTextureManager::ReleaseTextures();
-        QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::red));
-        QCOMPARE(preview.viewer().GetReason(), std::string());
-    }
-
-    void facesOfDifferentSizes()
-    {
-        QTemporaryDir folder;
-        PreviewFixture::makeSky(folder.path(), [](const QString&) { return Qt::blue; });
-        int side = 1;
-        for (const char* name : {"back", "front", "left", "right", "top"}) {
-            writePicture(PreviewFixture::skyFace(folder.path(), name), {side, side + 5}, Qt::blue, Qt::blue);
-            side *= 4;
-        }
-        PreviewFixture preview;
-        preview.setSky(folder.path());
-        for (int viewPoint = kiv::CCamera::ViewIsometric; viewPoint <= kiv::CCamera::ViewBottom; ++viewPoint) {
-            preview.viewer().SetViewPoint(viewPoint);
-            QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::blue));
-        }
-        QCOMPARE(preview.viewer().GetReason(), std::string());
     }
 
     void shadersThatDoNotCompile_data()
@@ -437,70 +368,6 @@ private slots:
         QVERIFY(residentMegabytes() < before + allowedMegabytes);
 #endif
         QCOMPARE(preview.viewer().GetReason(), std::string());
-    }
-
-    void viewersGoInAnyOrder()
-    {
-        for (const auto& order : {std::array{0, 1, 2}, {2, 1, 0}, {1, 2, 0}}) {
-            std::array<std::unique_ptr<PreviewFixture>, 3> previews;
-            std::array<QImage, 3> pictures;
-            const char* const names[] = {Brick, "Stainless steel, mirror", "Clear float glass"};
-            for (std::size_t i = 0; i < 3; ++i) {
-                previews[i] = std::make_unique<PreviewFixture>();
-                previews[i]->setSky(PreviewFixture::shippedSky());
-                previews[i]->setMaterial(previews[i]->material(names[i]));
-                pictures[i] = previews[i]->picture(Width, Height);
-            }
-            QVERIFY(pictures[0] != pictures[1] && pictures[1] != pictures[2]);
-            for (const int gone : order) {
-                for (std::size_t i = 0; i < 3; ++i)
-                    QVERIFY(!previews[i] || previews[i]->picture(Width, Height) == pictures[i]);
-                previews[std::size_t(gone)].reset();
-            }
-        }
-    }
-
-    void drawsAgainWhatWasReleased()
-    {
-        PreviewFixture preview;
-        preview.setSky(PreviewFixture::shippedSky());
-        preview.setMaterial(preview.material(Brick));
-        const QImage picture = preview.picture(Width, Height);
-        for (const bool withPrograms : {false, true}) {
-            kiv::CTextureManager::ReleaseTextures();
-            if (withPrograms)
-                kiv::CShaderProgramManager::GetInstance().UnloadAll();
-            QCOMPARE(preview.picture(Width, Height), picture);
-        }
-        QCOMPARE(preview.viewer().GetReason(), std::string());
-    }
-
-    void leavesTheHostsContextAlone()
-    {
-        QOpenGLContext context;
-        QVERIFY(context.create());
-        QOffscreenSurface surface;
-        surface.setFormat(context.format());
-        surface.create();
-        QVERIFY(context.makeCurrent(&surface));
-        const auto isCurrent = [&] {
-            return QOpenGLContext::currentContext() == &context && context.surface() == &surface;
-        };
-        {
-            PreviewFixture preview;
-            QVERIFY(isCurrent());
-            preview.setSky(PreviewFixture::shippedSky());
-            preview.setMaterial(preview.material(Brick));
-            QVERIFY(!preview.picture(Width, Height).isNull());
-            QVERIFY(isCurrent());
-            kiv::CTextureManager::ReleaseTextures();
-            QVERIFY(isCurrent());
-        }
-        QVERIFY(isCurrent());
-        context.doneCurrent();
-        PreviewFixture preview;
-        QVERIFY(!preview.picture(Width, Height).isNull());
-        QVERIFY(!QOpenGLContext::currentContext());
     }
 };
 

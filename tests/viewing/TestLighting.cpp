@@ -242,7 +242,7 @@ private slots:
                                   std::array{square, wide, large, large, wide, large}}) {
             CCubeFaces faces;
             QString reason;
-            QVERIFY(CubeFacesOfSky(paintedPictures(sizes), faces, reason));
+            QVERIFY(CubeFacesOfSky(paintedPictures(sizes), MaxSkySide, faces, reason));
             for (int i = 0; i < 20000; ++i) {
                 const Vector world = randomDirection();
                 const Place place = openGlPlace(lookedUp(world), size);
@@ -259,7 +259,7 @@ private slots:
         std::array<QImage, 6> pictures = paintedPictures({QSize(16384, 16), {1, 1}, {2, 2}, {2, 2}, {3, 1}, {1, 9}});
         CCubeFaces faces;
         QString reason;
-        QVERIFY(CubeFacesOfSky(pictures, faces, reason));
+        QVERIFY(CubeFacesOfSky(pictures, MaxSkySide, faces, reason));
         QCOMPARE(faces[3].size(), QSize(1, 1));
         const CEnvironmentLighting lighting = PrepareLighting(faces);
         QCOMPARE(lighting.size, 8);
@@ -267,7 +267,7 @@ private slots:
 
         pictures[4] = QImage();
         const CCubeFaces before = faces;
-        QVERIFY(!CubeFacesOfSky(pictures, faces, reason));
+        QVERIFY(!CubeFacesOfSky(pictures, MaxSkySide, faces, reason));
         QVERIFY2(reason.contains("top"), qPrintable(reason));
         QVERIFY(faces == before);
         faces[2] = QImage(4, 4, QImage::Format_RGBA8888);
@@ -435,7 +435,7 @@ private slots:
             QVERIFY(pictures[i].load(folder.filePath(QStringLiteral("cube01_%1.jpg").arg(names[i]))));
         CCubeFaces faces;
         QString reason;
-        QVERIFY(CubeFacesOfSky(pictures, faces, reason));
+        QVERIFY(CubeFacesOfSky(pictures, MaxSkySide, faces, reason));
         int compared = 0;
         double sum = 0;
         for (std::size_t picture = 0; picture < 6; ++picture) {

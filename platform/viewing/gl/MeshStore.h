@@ -39,6 +39,8 @@ public:
     void Draw(const CPrimitiveRenderablePtr& renderable);
     /// Forgets what nobody holds any more.
     void Prune();
+    /// Lets go of everything; what is still drawn is made again.
+    void Release() { m_meshes.clear(); }
 
 private:
     struct Mesh {

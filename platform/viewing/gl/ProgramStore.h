@@ -47,6 +47,9 @@ public:
     /// Null when it is not complete or does not compile; the reason is kept.
     CLinkedProgram* Link(const CShaderProgram& program);
 
+    /// Lets go of everything; what is still drawn with is linked again.
+    void Release() { m_programs.clear(); }
+
     /// What is wrong with a program that this frame asked for; empty while nothing is.
     const std::string& GetReason() const { return m_reason; }
 

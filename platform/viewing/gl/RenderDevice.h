@@ -9,12 +9,16 @@
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <string>
 
 namespace kiv {
 
 /// The OpenGL context in which all viewers of the process draw, and what lies in it. Lives as long as a viewer does, so
-/// that a second viewer finds textures and programs ready. User-interface thread.
+/// that a second viewer finds textures and programs ready. A context that is lost (a driver's reset, a session that
+/// went to another screen) is replaced by a new one, and what lay in it is made again. User-interface thread.
 class CRenderDevice {
 public:
     /// Never null; see GetReason for one that cannot draw.
@@ -37,19 +41,31 @@ public:
         explicit operator bool() const { return m_current; }
 
         /// Shows what was drawn into the surface.
-        void Show() { m_context.swapBuffers(m_surface); }
+        void Show() { m_device.m_context->swapBuffers(m_surface); }
 
     private:
-        QOpenGLContext& m_context;
+        CRenderDevice& m_device;
         QOpenGLContext* m_before;
         QSurface* m_surfaceBefore;
         QSurface* m_surface;
         bool m_current = false;
     };
 
-    const std::string& GetReason() const { return m_reason; }
+    /// Whether this machine can draw at all. It may be unable to for a while all the same: see CCurrent.
+    bool IsCapable() const { return m_refusal.empty(); }
+    /// Why nothing can be drawn, for good or at this time; empty while nothing is wrong.
+    const std::string& GetReason() const { return m_refusal.empty() ? m_trouble : m_refusal; }
+    /// Whether calls of OpenGL reach the context. Without it nothing may be deleted: names mean other things elsewhere.
+    bool IsCurrent() const { return QOpenGLContext::currentContext() == m_context.get(); }
     QOpenGLExtraFunctions& GetFunctions() { return *m_context->extraFunctions(); }
     int GetMaxTextureSize() const { return m_maxTextureSize; }
+    int GetMaxCubeSide() const { return m_maxCubeSide; }
+
+    /// Called when there is something new to draw. The key is given back to RemoveListener.
+    int AddListener(std::function<void()> listener);
+    void RemoveListener(int key);
+    /// Any thread; the listeners are called from the event loop.
+    void TellListeners();
 
     CTextureStore& GetTextures() { return *m_textures; }
     CMeshStore& GetMeshes() { return *m_meshes; }
@@ -59,12 +75,20 @@ public:
 private:
     CRenderDevice();
     void create();
+    bool createContext();
     bool isCapable();
+    bool makeCurrent(QSurface* surface);
+    bool renew();
 
     QOffscreenSurface m_surface;
     std::unique_ptr<QOpenGLContext> m_context;
-    std::string m_reason;
+    std::string m_refusal;  // of the first context
+    std::string m_trouble;  // until the context can be used again
     int m_maxTextureSize = 0;
+    int m_maxCubeSide = 0;
+    std::map<int, std::function<void()>> m_listeners;
+    int m_nextListener = 0;
+    QObject m_receiver;
     std::unique_ptr<CTextureStore> m_textures;
     std::unique_ptr<CMeshStore> m_meshes;
     std::unique_ptr<CProgramStore> m_programs;

@@ -148,28 +148,48 @@ QMatrix4x4 ViewProjection(const CCamera& camera, double aspect)
     return projection * view;
 }
 
-void CSceneRenderer::Draw(const CFrame& frame)
+void CSceneRenderer::findEnvironment(const CFrame& frame)
 {
-    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
-    m_reason.clear();
-    m_eye = frame.camera.GetEye();
-    m_near = frame.camera.GetType() == CCamera::Orthographic ? 0 : nearOf(frame.camera);
-    m_viewProjection = ViewProjection(frame.camera, frame.aspect);
     auto* pass = dynamic_cast<CRenderScenePass*>(frame.passes.Find("kiv_main_pass"));
     const auto environment = pass ? pass->GetPoolRenderer().GetEnvironment() : nullptr;
     const bool lights = environment && environment->IsImageBasedLightingEnabled();
     m_environment = lights ? m_device.GetSkies().Of(*environment) : nullptr;
     if (lights && !m_environment)
         m_reason = environment->GetReason();
+}
 
+void CSceneRenderer::beginFrame(const CFrame& frame)
+{
+    m_reason.clear();
+    m_eye = frame.camera.GetEye();
+    m_near = frame.camera.GetType() == CCamera::Orthographic ? 0 : nearOf(frame.camera);
+    m_viewProjection = ViewProjection(frame.camera, frame.aspect);
+    m_device.GetSkies().BeginFrame();
+    m_device.GetTextures().BeginFrame(frame.isFine);
+    m_device.GetPrograms().BeginFrame();
+    findEnvironment(frame);
     m_opaque.clear();
     m_transparent.clear();
     collect(*frame.scene.GetRoot(), nullptr);
+}
+
+void CSceneRenderer::Prefetch(const CFrame& frame)
+{
+    beginFrame(frame);
+    if (auto* sky = dynamic_cast<CSkybox*>(frame.viewport.GetSky().get()))
+        m_device.GetSkies().Of(*sky);
+    for (const auto* items : {&m_opaque, &m_transparent}) {
+        for (const Item& item : *items)
+            bindTextures(*item.stateSet);
+    }
+}
+
+void CSceneRenderer::Draw(const CFrame& frame)
+{
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    beginFrame(frame);
     std::stable_sort(m_transparent.begin(), m_transparent.end(),
                      [](const Item& a, const Item& b) { return a.distance > b.distance; });
-
-    m_device.GetTextures().BeginFrame(frame.isFine);
-    m_device.GetPrograms().BeginFrame();
     gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     gl.glDepthMask(GL_TRUE);
     gl.glClearColor(float(frame.background.r) / 255, float(frame.background.g) / 255, float(frame.background.b) / 255,
@@ -311,9 +331,8 @@ void CSceneRenderer::setLight(CLinkedProgram& program, const CFrame& frame)
     write(program, "lampIntensity", float(lamp ? lamp->GetIntensity() : 0));
     write(program, "environment", int(EnvironmentUnit));
     write(program, "brdfTable", int(BrdfUnit));
-    const unsigned table = m_device.GetSkies().GetBrdfTable();
     gl.glActiveTexture(GL_TEXTURE0 + BrdfUnit);
-    gl.glBindTexture(GL_TEXTURE_2D, table);
+    gl.glBindTexture(GL_TEXTURE_2D, m_device.GetSkies().GetBrdfTable());
     gl.glActiveTexture(GL_TEXTURE0 + EnvironmentUnit);
     gl.glBindTexture(GL_TEXTURE_CUBE_MAP, m_environment ? m_environment->lighting : 0);
     if (!m_environment)

@@ -35,6 +35,8 @@ public:
     explicit CSceneRenderer(CRenderDevice& device) : m_device(device) {}
 
     void Draw(const CFrame& frame);
+    /// Asks for the pictures that the frame will be drawn with, and draws nothing.
+    void Prefetch(const CFrame& frame);
 
     const std::string& GetReason() const { return m_reason; }
 
@@ -46,6 +48,8 @@ private:
         bool isClosed;  // and seen from outside
     };
 
+    void beginFrame(const CFrame& frame);
+    void findEnvironment(const CFrame& frame);
     void collect(const CVisualNode& node, const CStateSet* inherited);
     Item itemOf(const CPrimitiveRenderablePtr& renderable, const CStateSet* stateSet);
     void setCulling(const Item& item);

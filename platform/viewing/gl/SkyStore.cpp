@@ -1,10 +1,11 @@
 #include "SkyStore.h"
 
 #include "../BrdfTable.h"
-#include "../EnvironmentLighting.h"
 #include "RenderDevice.h"
 
 #include <kiv/TextureManager.h>
+
+#include <QFileInfo>
 
 namespace kiv {
 
@@ -16,6 +17,8 @@ constexpr GLint Rg16F = 0x822F;
 constexpr GLenum Rg = 0x8227;
 constexpr GLenum HalfFloat = 0x140B;
 constexpr GLenum SeamlessCubes = 0x884F;
+
+const char* const NoMemory = "there is no memory for the sky box";
 
 QImage pictureOf(const std::wstring& file)
 {
@@ -66,54 +69,101 @@ unsigned lightingCube(QOpenGLExtraFunctions& gl, const CEnvironmentLighting& lig
 
 }  // namespace
 
+CSkyStore::CSkyStore(CRenderDevice& device) : m_device(device), m_readAhead(1, [&device] { device.TellListeners(); })
+{
+}
+
 CSkyStore::~CSkyStore()
 {
     Release();
-    m_device.GetFunctions().glDeleteTextures(1, &m_brdfTable);
 }
 
 void CSkyStore::Release()
 {
-    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
-    for (const auto& entry : m_skies) {
-        const unsigned names[] = {entry.second.shown, entry.second.lighting};
-        gl.glDeleteTextures(2, names);
-    }
+    m_readAhead.Cancel();
+    for (auto& entry : m_skies)
+        free(entry.second.textures);
     m_skies.clear();
+    if (m_device.IsCurrent())
+        m_device.GetFunctions().glDeleteTextures(1, &m_brdfTable);
+    m_brdfTable = 0;
 }
 
-CSkyTextures CSkyStore::make(const CSkybox::Faces& files)
+void CSkyStore::free(CSkyTextures& textures)
 {
-    CSkyTextures sky;
-    std::array<QImage, 6> pictures;
-    for (std::size_t i = 0; i < 6; ++i) {
-        pictures[i] = pictureOf(files[i]);
-        if (pictures[i].isNull())
-            sky.reason = "the face \"" + QString::fromStdWString(files[i]).toStdString() + "\" cannot be read";
-    }
-    CCubeFaces faces;
-    QString reason;
-    if (!sky.reason.empty() || !CubeFacesOfSky(pictures, faces, reason)) {
-        sky.reason += reason.toStdString();
-        return sky;
-    }
-    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
-    gl.glEnable(SeamlessCubes);
-    const CEnvironmentLighting lighting = CachedLighting(faces);
-    sky.shown = shownCube(gl, faces);
-    sky.lighting = lightingCube(gl, lighting);
-    sky.levels = int(lighting.levels.size());
-    sky.irradiance = lighting.irradiance;
-    return sky;
+    const unsigned names[] = {textures.shown, textures.lighting};
+    if (m_device.IsCurrent())
+        m_device.GetFunctions().glDeleteTextures(2, names);
+    textures = {};
+}
+
+void CSkyStore::BeginFrame()
+{
+    for (const Made& made : m_readAhead.Take())
+        upload(made);
 }
 
 const CSkyTextures* CSkyStore::Of(CSkybox& sky)
 {
-    auto known = m_skies.find(sky.GetFaces());
-    if (known == m_skies.end())
-        known = m_skies.emplace(sky.GetFaces(), make(sky.GetFaces())).first;
-    sky.SetReason(known->second.reason);
-    return known->second.reason.empty() ? &known->second : nullptr;
+    Times modified;
+    for (std::size_t i = 0; i < modified.size(); ++i)
+        modified[i] = QFileInfo(QString::fromStdWString(sky.GetFaces()[i])).lastModified();
+    Sky& known = m_skies[sky.GetFaces()];
+    if (!known.isPending && (!known.isRead || known.modified != modified)) {
+        known.isPending = true;
+        makeLater(sky.GetFaces(), modified);
+    }
+    sky.SetReason(known.textures.reason);
+    return known.textures.shown == 0 ? nullptr : &known.textures;
+}
+
+void CSkyStore::makeLater(const CSkybox::Faces& files, const Times& modified)
+{
+    const int maxSide = m_device.GetMaxCubeSide();
+    m_readAhead.Start([files, modified, maxSide] {
+        try {
+            return make(files, modified, maxSide);
+        } catch (const std::bad_alloc&) {
+            return Made{files, modified, {}, {}, NoMemory};
+        }
+    });
+}
+
+CSkyStore::Made CSkyStore::make(const CSkybox::Faces& files, const Times& modified, int maxSide)
+{
+    Made made{files, modified, {}, {}, {}};
+    std::array<QImage, 6> pictures;
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        pictures[i] = pictureOf(files[i]);
+        if (pictures[i].isNull())
+            made.reason = "the face \"" + QString::fromStdWString(files[i]).toStdString() + "\" cannot be read";
+    }
+    QString reason;
+    if (made.reason.empty() && !CubeFacesOfSky(pictures, maxSide, made.faces, reason))
+        made.reason = reason.toStdString();
+    if (made.reason.empty())
+        made.lighting = CachedLighting(made.faces);
+    if (made.reason.empty() && made.lighting.IsEmpty())
+        made.reason = NoMemory;
+    return made;
+}
+
+void CSkyStore::upload(const Made& made)
+{
+    Sky& sky = m_skies[made.files];
+    free(sky.textures);
+    sky.modified = made.modified;
+    sky.isRead = true;
+    sky.isPending = false;
+    sky.textures.reason = made.reason;
+    if (!made.reason.empty())
+        return;
+    QOpenGLExtraFunctions& gl = m_device.GetFunctions();
+    gl.glEnable(SeamlessCubes);
+    sky.textures.shown = shownCube(gl, made.faces);
+    sky.textures.lighting = lightingCube(gl, made.lighting);
+    sky.textures.levels = int(made.lighting.levels.size());
+    sky.textures.irradiance = made.lighting.irradiance;
 }
 
 unsigned CSkyStore::GetBrdfTable()
@@ -122,7 +172,6 @@ unsigned CSkyStore::GetBrdfTable()
         return m_brdfTable;
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     gl.glGenTextures(1, &m_brdfTable);
-    gl.glActiveTexture(GL_TEXTURE0);
     gl.glBindTexture(GL_TEXTURE_2D, m_brdfTable);
     gl.glTexImage2D(GL_TEXTURE_2D, 0, Rg16F, CBrdfTable::Size, CBrdfTable::Size, 0, Rg, GL_FLOAT,
                     BrdfTable().texels.data());

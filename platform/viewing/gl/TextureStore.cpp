@@ -6,7 +6,6 @@
 #include <kiv/TextureManager.h>
 
 #include <QFileInfo>
-#include <QRunnable>
 
 namespace kiv {
 
@@ -35,20 +34,11 @@ std::vector<CMipLevel> decode(const std::wstring& file, bool isColor, int maxSid
     return levels;
 }
 
-class CJob : public QRunnable {
-public:
-    explicit CJob(std::function<void()> work) : m_work(std::move(work)) {}
-    void run() override { m_work(); }
-
-private:
-    std::function<void()> m_work;
-};
-
 }  // namespace
 
-CTextureStore::CTextureStore(CRenderDevice& device) : m_device(device)
+CTextureStore::CTextureStore(CRenderDevice& device)
+    : m_device(device), m_readAhead(2, [&device] { device.TellListeners(); })
 {
-    m_pool.setMaxThreadCount(2);
     // Mesa's software renderer has the filter, but walks an ellipse of texels for each pixel: a building takes seconds.
     if (QOpenGLContext::currentContext()->hasExtension("GL_EXT_texture_filter_anisotropic") && !IsSoftwareRenderer()) {
         device.GetFunctions().glGetFloatv(MaxAnisotropy, &m_anisotropy);
@@ -58,10 +48,7 @@ CTextureStore::CTextureStore(CRenderDevice& device) : m_device(device)
 
 CTextureStore::~CTextureStore()
 {
-    m_pool.clear();
-    m_pool.waitForDone();
-    for (auto& entry : m_textures)
-        free(entry.second);
+    Release();
 }
 
 void CTextureStore::BeginFrame(bool isFine)
@@ -69,12 +56,7 @@ void CTextureStore::BeginFrame(bool isFine)
     m_isFine = isFine;
     m_reason.clear();
     ++m_frame;
-    std::vector<Decoded> arrived;
-    {
-        const QMutexLocker locker(&m_mutex);
-        arrived.swap(m_decoded);
-    }
-    for (const Decoded& decoded : arrived)
+    for (const Decoded& decoded : m_readAhead.Take())
         upload(decoded);
     evict();
 }
@@ -107,28 +89,15 @@ void CTextureStore::decodeLater(const Key& key, const QDateTime& modified)
 {
     m_textures[key].isPending = true;
     const int maxSide = m_device.GetMaxTextureSize();
-    m_pool.start(new CJob([this, key, modified, maxSide] {
+    m_readAhead.Start([key, modified, maxSide] {
         Decoded decoded{key, modified, {}};
         try {
             decoded.levels = decode(key.first, key.second, maxSide);
         } catch (const std::bad_alloc&) {
             decoded.levels.clear();
         }
-        deliver(std::move(decoded));
-    }));
-}
-
-void CTextureStore::deliver(Decoded&& decoded)
-{
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_decoded.push_back(std::move(decoded));
-    }
-    const auto tell = [this] {
-        for (const auto& listener : m_listeners)
-            listener.second();
-    };
-    QMetaObject::invokeMethod(&m_receiver, tell, Qt::QueuedConnection);
+        return decoded;
+    });
 }
 
 void CTextureStore::upload(const Decoded& decoded)
@@ -159,7 +128,7 @@ void CTextureStore::upload(const Decoded& decoded)
 
 void CTextureStore::free(Texture& texture)
 {
-    if (texture.name != 0)
+    if (texture.name != 0 && m_device.IsCurrent())
         m_device.GetFunctions().glDeleteTextures(1, &texture.name);
     m_bytes -= texture.bytes;
     texture.name = 0;
@@ -182,36 +151,13 @@ void CTextureStore::evict()
     }
 }
 
-bool CTextureStore::WaitForPending()
-{
-    m_pool.waitForDone();
-    const QMutexLocker locker(&m_mutex);
-    return !m_decoded.empty();
-}
-
 void CTextureStore::Release()
 {
-    m_pool.clear();
-    m_pool.waitForDone();
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_decoded.clear();
-    }
+    m_readAhead.Cancel();
     for (auto& entry : m_textures)
         free(entry.second);
     m_textures.clear();
     m_reason.clear();
-}
-
-int CTextureStore::AddListener(std::function<void()> listener)
-{
-    m_listeners[m_nextListener] = std::move(listener);
-    return m_nextListener++;
-}
-
-void CTextureStore::RemoveListener(int key)
-{
-    m_listeners.erase(key);
 }
 
 }  // namespace kiv

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "../TextureMips.h"
+#include "ReadAhead.h"
 
 #include <kiv/StateSet.h>
 
 #include <QDateTime>
-#include <QMutex>
-#include <QObject>
-#include <QThreadPool>
 
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -31,14 +28,10 @@ public:
     /// Binds the picture to a unit with the binding's wrapping. False while it is being read, and for a file that
     /// cannot be read (see GetReason).
     bool Bind(unsigned unit, const CTextureBinding& binding);
-    /// Whether there are pictures now that the last frame did not have.
-    bool WaitForPending();
+    /// The next frame has all pictures that were asked for.
+    void WaitForPending() { m_readAhead.Wait(); }
     /// Lets go of everything; what is still drawn is read again.
     void Release();
-
-    /// Called when a picture has arrived. The key is given back to RemoveListener.
-    int AddListener(std::function<void()> listener);
-    void RemoveListener(int key);
 
     /// What is wrong with a picture that this frame asked for; empty while nothing is.
     const std::string& GetReason() const { return m_reason; }
@@ -62,24 +55,18 @@ private:
     };
 
     void decodeLater(const Key& key, const QDateTime& modified);
-    void deliver(Decoded&& decoded);  // by the threads
     void upload(const Decoded& decoded);
     void free(Texture& texture);
     void evict();
 
     CRenderDevice& m_device;
     std::map<Key, Texture> m_textures;
-    std::map<int, std::function<void()>> m_listeners;
     std::size_t m_bytes = 0;
     unsigned m_frame = 0;
-    int m_nextListener = 0;
     float m_anisotropy = 1;
     bool m_isFine = true;
     std::string m_reason;
-    QMutex m_mutex;
-    std::vector<Decoded> m_decoded;  // by the threads
-    QObject m_receiver;
-    QThreadPool m_pool;  // last: waits for its threads before the rest goes
+    CReadAhead<Decoded> m_readAhead;
 };
 
 }  // namespace kiv

@@ -19,7 +19,8 @@ public:
 /// what is behind him (-y), "left" is at -x, "right" at +x; each with z up. "top" joins the upper edge of "back" with
 /// its lower edge, "bottom" the lower edge of "back" with its upper edge. The program looks a direction (x, y, z) up at
 /// (x, -z, y), so OpenGL gets the pictures upside down as: +z back, -z front, -x left, +x right, -y top, +y bottom. The
-/// faces are read when the sky is first drawn; see GetReason for what was wrong with them.
+/// faces are read by a thread when the sky is first drawn, and again when one of them changes; until they are there the
+/// background is shown and nothing lights. See GetReason for what was wrong with them.
 class CSkybox : public CSky {
 public:
     using Faces = std::array<std::wstring, 6>;

@@ -33,7 +33,7 @@ private:
 /// events on.
 ///
 /// Without OpenGL (a refused context, a driver without GLSL 1.20 and cube maps) nothing is drawn but the background,
-/// and GetReason tells why. User-interface thread.
+/// and GetReason tells why. A context that is lost later is made anew at the next drawing. User-interface thread.
 class CViewer {
 public:
     /// `window` is the WId of a widget of this process and must outlive the viewer, or 0 to draw into pictures only.
@@ -71,7 +71,8 @@ public:
     /// The node whose surface is seen at the pixel (logical, from the top left), or null.
     CVisualNodePtr PickNode(int x, int y);
 
-    /// Draws a frame into a picture of the size (device pixels, at most 8192 a side). Empty when nothing can be drawn.
+    /// Draws a frame into a picture of the size (device pixels, at most 8192 a side), with all textures and the sky,
+    /// which it waits for. Null when nothing can be drawn.
     CImagePtr Snapshot(int width, int height);
 
     /// Why nothing is drawn, or why a surface is drawn with the fallback material; empty while nothing is wrong.
