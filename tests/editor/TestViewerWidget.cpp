@@ -1,5 +1,6 @@
 #include <SceneWidget.h>
 #include <TextureSceneWidget.h>
+#include <ViewerEvents.h>
 
 #include <MaterialTest.h>
 
@@ -8,10 +9,12 @@
 #include <QDir>
 #include <QLabel>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -79,9 +82,12 @@ private slots:
     void bodies();
     void missingSky();
     void skyShowsAndLights();
+    void eventsForTheViewer_data();
+    void eventsForTheViewer();
     void mouseWorksTheCamera();
     void unusedKeysGoOn();
     void paintsWhatWasAsked();
+    void drawsWhatChanges();
 };
 
 void TestViewerWidget::widgetIsSetUpForTheViewer()
@@ -94,6 +100,12 @@ void TestViewerWidget::widgetIsSetUpForTheViewer()
     QCOMPARE(large.GetBackgroundColor(), QColor(200, 200, 200, 255));
     CTextureSceneWidget small(s_window.get());
     QVERIFY(small.GetBackgroundColor() != large.GetBackgroundColor());
+    const auto interval = [](const QWidget& widget) { return widget.findChild<QTimer*>()->interval(); };
+    QCOMPARE(interval(large), 500);
+    QCOMPARE(interval(small), 100);
+    QTRY_VERIFY(large.GetViewer() && small.GetViewer());
+    QCOMPARE(interval(large), 200);
+    QCOMPARE(interval(small), 100);
     QTRY_VERIFY(large.GetViewer() && large.GetPreviewNode()->GetRenderable());
     QTRY_VERIFY(small.GetViewer() && small.GetPreviewNode()->GetRenderable());
     const double cylinder = reachOf(*large.GetPreviewNode()->GetRenderable());
@@ -109,6 +121,11 @@ void TestViewerWidget::firstTickMakesTheViewer()
     kiv::CViewer& viewer = *widget.GetViewer();
     QVERIFY(!viewer.GetOptions().IsViewAxesEnabled() && !viewer.GetOptions().IsAutoAdjustRotationCenter());
     QCOMPARE(viewer.GetCamera().GetType(), int(kiv::CCamera::Perspective));
+    kiv::CCamera isometric;
+    isometric.SetViewPoint(0);
+    QVERIFY(isometric.GetYaw() != kiv::CCamera().GetYaw());
+    QCOMPARE(viewer.GetCamera().GetYaw(), isometric.GetYaw());
+    QCOMPARE(viewer.GetCamera().GetPitch(), isometric.GetPitch());
     QCOMPARE(viewer.GetScene().FindLight("HeadLamp")->GetIntensity(), 1.0);
     QCOMPARE(viewer.GetScene().GetRoot()->GetChildren().front().get(), widget.GetPreviewNode());
     QVERIFY(widget.isVisible());
@@ -304,6 +321,44 @@ void TestViewerWidget::skyShowsAndLights()
     QVERIFY(!widget.GetViewer()->Snapshot(16, 16)->IsEmpty());
 }
 
+void TestViewerWidget::eventsForTheViewer_data()
+{
+    const auto row = testColumns<int, int, unsigned>("event", "type", "buttons");
+    // A press and a release tell of their own button, a move of all that are down.
+    row("press", QEvent::MouseButtonPress, 1, Qt::RightButton);
+    row("release", QEvent::MouseButtonRelease, 2, Qt::RightButton);
+    row("double click", QEvent::MouseButtonDblClick, 3, Qt::RightButton);
+    row("move", QEvent::MouseMove, 4, Qt::LeftButton | Qt::MiddleButton);
+    row("wheel", QEvent::Wheel, 5, Qt::LeftButton | Qt::MiddleButton);
+    row("key press", QEvent::KeyPress, 6, 0);
+    row("key release", QEvent::KeyRelease, 7, 0);
+}
+
+void TestViewerWidget::eventsForTheViewer()
+{
+    QFETCH(int, event);
+    QFETCH(int, type);
+    QFETCH(unsigned, buttons);
+    const Qt::MouseButtons down = Qt::LeftButton | Qt::MiddleButton;
+    const Qt::KeyboardModifiers modifiers = Qt::ShiftModifier | Qt::AltModifier;
+    const bool isWheel = event == QEvent::Wheel;
+    if (event == QEvent::KeyPress || event == QEvent::KeyRelease) {
+        constexpr unsigned native = 0xff1b;
+        const QKeyEvent key(QEvent::Type(event), Qt::Key_Escape, modifiers, 9, native, 0);
+        QCOMPARE(ViewerEventOf(key).type, type);
+        QCOMPARE(ViewerEventOf(key).key, native);
+        return;
+    }
+    const QWheelEvent wheel({12, 34}, {500, 600}, {}, {15, -240}, down, modifiers, Qt::NoScrollPhase, false);
+    const QMouseEvent mouse(QEvent::Type(event), {12, 34}, {12, 34}, {500, 600}, Qt::RightButton, down, modifiers);
+    const kiv::CMouseEventArgs args = isWheel ? ViewerEventOf(wheel) : ViewerEventOf(mouse);
+    QCOMPARE(args.type, type);
+    QCOMPARE(QPoint(args.x, args.y), QPoint(12, 34));
+    QCOMPARE(args.delta, isWheel ? -240 : 0);
+    QCOMPARE(args.buttons, buttons);
+    QCOMPARE(args.modifiers, unsigned(modifiers));
+}
+
 void TestViewerWidget::mouseWorksTheCamera()
 {
     TickedWidget widget;
@@ -382,6 +437,28 @@ void TestViewerWidget::paintsWhatWasAsked()
     const unsigned frames = widget.GetViewer()->GetFrameCount();
     QCoreApplication::processEvents();
     QCOMPARE(widget.GetViewer()->GetFrameCount(), frames);
+}
+
+void TestViewerWidget::drawsWhatChanges()
+{
+    TickedWidget widget;
+    widget.SwitchScene("Sphere");
+    QTRY_VERIFY(widget.GetViewer());
+    widget.secondTick();
+    const kiv::CViewer& viewer = *widget.GetViewer();
+    QTRY_VERIFY(viewer.GetFrameCount() > 0);
+    const GRefPtr<kiv::CStateSet> stateSet(new kiv::CStateSet);
+    const std::function<void()> changes[] = {[&] { widget.SetStateSet(stateSet.get()); },
+                                             [&] { widget.SetBackgroundColor(Qt::blue); },
+                                             [&] { widget.SwitchScene("Box"); }};
+    for (const auto& change : changes) {
+        // What was asked for before is drawn.
+        for (int round = 0; round < 20; ++round)
+            QCoreApplication::processEvents();
+        const unsigned before = viewer.GetFrameCount();
+        change();
+        QTRY_VERIFY(viewer.GetFrameCount() > before);
+    }
 }
 
 MATERIAL_TEST_MAIN(TestViewerWidget)

@@ -273,6 +273,13 @@ private slots:
         faces[2] = QImage(4, 4, QImage::Format_RGBA8888);
         QVERIFY(PrepareLighting(faces).IsEmpty());
         QVERIFY(CachedLighting(CCubeFaces()).IsEmpty());
+
+        // No longer than the graphics card takes.
+        pictures.fill(QImage(300, 310, QImage::Format_RGB32));
+        for (const auto& [most, side] : {std::pair(64, 64), {299, 299}, {MaxSkySide, 300}}) {
+            QVERIFY(CubeFacesOfSky(pictures, most, faces, reason));
+            QCOMPARE(faces[0].size(), QSize(side, side));
+        }
     }
 
     void whiteFurnace_data()
