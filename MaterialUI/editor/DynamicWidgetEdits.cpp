@@ -23,6 +23,17 @@ namespace {
 constexpr double ReliefHeight = 8.0;
 constexpr double ReliefSmoothing = 2.0;
 
+// Two keys have setters of their own, since others follow from them.
+void write(CAppearanceInstance& appearance, const String& key, const kiv::CPropertyValuePtr& value)
+{
+    if (key == APPEARANCE_TRANSPARENT)
+        appearance.SetTransparent(value->Get<float>());
+    else if (key == APPEARANCE_DIFFUSE_COLOR)
+        appearance.SetDiffuse(value->Get<kiv::CVec4<float>>());
+    else
+        appearance.SetProperty(key, value);
+}
+
 void takePlacement(CAppearanceInstance& texture, const CAppearanceInstance& placed)
 {
     for (const char* part : {"rotation", "scale", "offset", "transform", "repeat_h", "repeat_v"})
@@ -59,7 +70,8 @@ kiv::CAppearanceLibraryPtr CDynamicWidget::libraryOf(const CAppearanceInstancePt
     const auto holds = [&](const kiv::CAppearanceLibraryPtr& library) {
         return library && library->FindInstance(appearance->GetId()) == appearance;
     };
-    if (const auto project = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME); holds(project))
+    const auto project = m_manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME);
+    if (holds(project))
         return project;
     for (auto it = m_manager.beginLibrary(); it != m_manager.endLibrary(); ++it)
         if (it->second != m_manager.GetSystemLibrary() && holds(it->second))
@@ -71,12 +83,7 @@ void CDynamicWidget::OnPropertyChanged(const String& id, const kiv::CPropertyVal
 {
     if (!val || !announceEdit(id))
         return;
-    if (id == APPEARANCE_TRANSPARENT)
-        m_appearance->SetTransparent(val->Get<float>());
-    else if (id == APPEARANCE_DIFFUSE_COLOR)
-        m_appearance->SetDiffuse(val->Get<kiv::CVec4<float>>());
-    else
-        m_appearance->SetProperty(id, val);
+    write(*m_appearance, id, val);
     emit ChangeAppearance(id);
 }
 

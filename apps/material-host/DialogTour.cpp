@@ -51,10 +51,7 @@ QDialog& DialogTour::dialog() const
 
 CAppearanceLibraryBrowserCtrl& DialogTour::browser(const char* name) const
 {
-    auto* found = dialog().findChild<CAppearanceLibraryBrowserCtrl*>(name);
-    if (!found)
-        throw TourFailure(QString("the dialog has no browser %1").arg(name));
-    return *found;
+    return TourChecks::part<CAppearanceLibraryBrowserCtrl>(dialog(), name);
 }
 
 CAppearanceInstancePtr DialogTour::systemMaterial(const kiv::String& name) const
@@ -93,11 +90,9 @@ void DialogTour::awaitOpen() const
 
 QWidget& DialogTour::preview() const
 {
-    auto* scene = dialog().findChild<QWidget*>("sceneWidget");
-    if (!scene)
-        throw TourFailure("the dialog has no preview");
-    await([scene] { return scene->isVisible(); }, "the preview is there");
-    return *scene;
+    auto& scene = TourChecks::part<QWidget>(dialog(), "sceneWidget");
+    await([&] { return scene.isVisible(); }, "the preview is there");
+    return scene;
 }
 
 void DialogTour::closeDialog(QWidget& window, const std::function<void()>& how) const

@@ -22,6 +22,7 @@
 
 using TourChecks::await;
 using TourChecks::expect;
+using TourChecks::part;
 using TourChecks::settledOnScreen;
 
 namespace {
@@ -125,17 +126,15 @@ void EditTour::chooseTexture()
 void EditTour::placeTexture()
 {
     const auto place = [this](QWidget& editor) {
-        auto* scene = editor.findChild<QWidget*>("sceneViewer");
-        expect(scene, "the texture editor has a preview");
-        TourInput::retype(*editor.findChild<QDoubleSpinBox*>("sampleWidth"), "2.4");
-        TourInput::retype(*editor.findChild<QDoubleSpinBox*>("sampleHeight"), "2.4");
-        TourInput::retype(*editor.findChild<QDoubleSpinBox*>("rotation"), "30");
+        TourInput::retype(part<QDoubleSpinBox>(editor, "sampleWidth"), "2.4");
+        TourInput::retype(part<QDoubleSpinBox>(editor, "sampleHeight"), "2.4");
+        TourInput::retype(part<QDoubleSpinBox>(editor, "rotation"), "30");
         TourInput::press(Qt::Key_Tab);
-        settledOnScreen(*scene);
+        settledOnScreen(part<QWidget>(editor, "sceneViewer"));
         m_tour.picture("dialog");
-        TourInput::click(*editor.findChild<QPushButton*>("pushButtonOk"));
+        TourInput::click(part<QPushButton>(editor, "pushButtonOk"));
     };
-    QWidget& picture = *control<QWidget>("diffuse_texture").findChild<QWidget*>("thumbnail");
+    auto& picture = part<QWidget>(control<QWidget>("diffuse_texture"), "thumbnail");
     TourInput::answerModals([&] { TourInput::click(picture); }, {place});
     TourChecks::awaitActive(dialog());
     expectChange("the picture larger and turned");
@@ -171,13 +170,11 @@ void EditTour::takeBackAll()
 template <typename Widget>
 Widget& EditTour::control(const char* key) const
 {
-    auto* found = dialog().findChild<Widget*>(key);
-    if (!found)
-        throw TourFailure(QString("the panel has no control for %1").arg(key));
-    for (QWidget* outer = found; outer; outer = outer->parentWidget())
+    auto& found = part<Widget>(dialog(), key);
+    for (QWidget* outer = &found; outer; outer = outer->parentWidget())
         if (auto* area = qobject_cast<QScrollArea*>(outer))
-            area->ensureWidgetVisible(found, 0, 4);
-    return *found;
+            area->ensureWidgetVisible(&found, 0, 4);
+    return found;
 }
 
 void EditTour::toggle(const char* key) const

@@ -15,6 +15,7 @@
 using TourChecks::await;
 using TourChecks::awaitSettled;
 using TourChecks::expect;
+using TourChecks::part;
 using TourChecks::settledOnScreen;
 
 namespace {
@@ -131,13 +132,12 @@ void SpaceTour::previewShading()
 
 void SpaceTour::previewBackground()
 {
-    auto* button = dialog().findChild<QToolButton*>("backgroundButton");
-    expect(button && button->menu(), "the previewer offers backgrounds");
+    auto& button = part<QToolButton>(dialog(), "backgroundButton");
     const QImage sky = settledOnScreen(preview());
-    TourInput::chooseFromMenu(*button, 4);
+    TourInput::chooseFromMenu(button, 4);
     expect(settledOnScreen(preview()).pixelColor(3, 3) == QColor(Qt::black), "the body stands before black");
     m_tour.picture("black");
-    TourInput::chooseFromMenu(*button, 0);
+    TourInput::chooseFromMenu(button, 0);
     expect(settledOnScreen(preview()) == sky, "the sky is back");
 }
 
@@ -161,7 +161,7 @@ void SpaceTour::tenMaterials()
 void SpaceTour::keep()
 {
     const QImage shown = view().drawing();
-    closeDialog(*m_window, [this] { TourInput::click(*dialog().findChild<QPushButton*>("pushButtonOk")); });
+    closeDialog(*m_window, [this] { TourInput::click(part<QPushButton>(dialog(), "pushButtonOk")); });
     expect(m_window->document().materialOf(Wall) == m_last, "the wall keeps what was shown last");
     expect(view().drawing() == shown, "it looks as it did");
     settledOnScreen(view());
@@ -211,8 +211,8 @@ void SpaceTour::drag(const QPoint& by)
 
 void SpaceTour::choosePreview(const char* box, const QString& text)
 {
-    auto* combo = dialog().findChild<QComboBox*>(box);
-    expect(combo && combo->findText(text) >= 0, "the previewer offers " + text);
-    TourInput::choose(*combo, combo->findText(text));
-    expect(combo->currentText() == text, "the previewer is set to " + text);
+    auto& combo = part<QComboBox>(dialog(), box);
+    expect(combo.findText(text) >= 0, "the previewer offers " + text);
+    TourInput::choose(combo, combo.findText(text));
+    expect(combo.currentText() == text, "the previewer is set to " + text);
 }

@@ -19,6 +19,14 @@ namespace TourChecks {
 constexpr int LimitMs = 60000;
 
 void expect(bool condition, const QString& what);
+/// The widget of the object name somewhere below; a failure when there is none.
+template <typename Widget>
+Widget& part(const QWidget& parent, const char* name)
+{
+    if (auto* found = parent.findChild<Widget*>(name))
+        return *found;
+    throw TourFailure(QString("there is no %1").arg(name));
+}
 void await(const std::function<bool()>& condition, const QString& what);
 /// The widget's window is on the screen and has the keyboard.
 void awaitActive(const QWidget& widget);

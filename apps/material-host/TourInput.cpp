@@ -202,9 +202,7 @@ void TourInput::retype(QWidget& widget, const QString& text)
 
 void TourInput::enterFile(QWidget& fileDialog, const QString& path)
 {
-    auto* line = fileDialog.findChild<QLineEdit*>("fileNameEdit");
-    TourChecks::expect(line, "the file dialog has a line for the name");
-    retype(*line, path);
+    retype(TourChecks::part<QLineEdit>(fileDialog, "fileNameEdit"), path);
     press(Qt::Key_Return);
 }
 
