@@ -2,6 +2,7 @@
 
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <MaterialTest.h>
+#include <ModalMeeting.h>
 
 #include <QApplication>
 #include <QDir>
@@ -11,35 +12,8 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTimer>
 
-#include <functional>
 #include <memory>
-
-namespace {
-
-/// Does something with every modal window of a type that comes up.
-template <typename Window>
-class ModalWatcher {
-public:
-    explicit ModalWatcher(std::function<void(Window&)> meet)
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this, meet] {
-            auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-            if (!window)
-                return;
-            ++count;
-            meet(*window);
-        });
-        m_timer.start(0);
-    }
-    int count = 0;
-
-private:
-    QTimer m_timer;
-};
-
-}  // namespace
 
 /// Favourites on disk, the progress dialog and the two timers.
 class TestFavoriteLoading : public MaterialTest {
@@ -47,20 +21,181 @@ class TestFavoriteLoading : public MaterialTest {
 
 private slots:
     void init() { m_fixture = std::make_unique<DialogFixture>(); }
-    void loadsOnFirstShow();
-    void findsTexturesInTheFavoritesFolder();
-    void emptyFolderShowsNoProgress();
-    void withoutCloudNothingIsLoaded();
-    void cancelKeepsWhatIsLoaded();
-    void survivesBeingDeletedMeanwhile();
-    void needsAFavoritesFolder();
-    void timersRunWhileVisible();
-    void rebuildsTheCloudFolder();
+    void loadsOnFirstShow()
+    {
+        writeFavorite("a.json", m_fixture->makeAppearance("first"));
+        writeFavorite("b.json", m_fixture->makeAppearance("first", "second of the id"));
+        writeFavorite("c.JSON", m_fixture->makeAppearance("capitals"));
+        writeFavorite("d.txt", m_fixture->makeAppearance("text"));
+        m_fixture->write("favorites/Favorite Library/e.json", R"({"id":"half","name":)");
+        m_fixture->write("favorites/Favorite Library/f.ggm", "no archive");
+        kiv::CAppearanceParser archive(m_fixture->manager());
+        QVERIFY(archive.AppearanceToZipFile(m_fixture->makeAppearance("packed"),
+                                            m_fixture->widePath("favorites/Favorite Library/g.ggm")));
+        QVERIFY(QDir().mkpath(m_fixture->path("favorites/Favorite Library/folder.json")));
+
+        QString texts;
+        int maximum = 0;
+        ModalMeeting<QProgressDialog> meeting(
+            [&](QProgressDialog& progress) {
+                texts = progress.windowTitle() + '|' + progress.labelText() + '|' +
+                        progress.findChild<QPushButton*>()->text();
+                maximum = progress.maximum();
+            },
+            true);
+        TestedDialog dialog(*m_fixture, true);
+        emit dialog.system()->OnMaterialLibraryChange("Favorite Library");
+        QCOMPARE(favoriteIds(), QStringList());
+        dialog.show();
+        QTRY_COMPARE(favoriteIds(), QStringList({"first", "packed"}));
+        QCOMPARE(favorites()->FindInstance("first")->GetDiffuseTexture()->GetTextureFile(), kiv::String());
+        QTRY_VERIFY(dialog.rowOf(dialog.system(), "packed") >= 0);
+        QCOMPARE(texts, QString(u8"请稍等|正在载入我的材质......|取消"));
+        QCOMPARE(maximum, 5);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+    }
+
+    void findsTexturesInTheFavoritesFolder()
+    {
+        const QDir folder(m_fixture->path("favorites/Favorite Library"));
+        QVERIFY(folder.mkpath("CloudLib") && folder.mkpath("Sub"));
+        const std::string root = m_fixture->path("favorites").toStdString() + "\\Favorite Library\\";
+        const struct {
+            const char* stored;
+            std::string expected;
+        } cases[] = {
+            {"there.png", root + "there.png"},
+            {"Sub\\there.png", root + "Sub\\there.png"},
+            {"/somewhere/else/Sub/there.png", root + "/Sub/there.png"},
+            {"C:\\Users\\me\\Sub\\there.png", root + "\\Sub\\there.png"},
+            {"Sub\\missing.png", "Sub\\missing.png"},
+            {"Gone\\there.png", "Gone\\there.png"},
+            {"..\\..\\there.png", "..\\..\\there.png"},
+        };
+        TestedDialog dialog(*m_fixture, true);
+        m_fixture->write("there.png", "above the favourites");
+        m_fixture->write("favorites/Favorite Library/there.png", "x");
+        m_fixture->write("favorites/Favorite Library/Sub/there.png", "x");
+        for (const auto& row : cases)
+            writeFavorite(QString::number(&row - cases) + ".json",
+                          m_fixture->makeAppearance(std::to_string(&row - cases), row.stored));
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        for (const auto& row : cases) {
+            const auto appearance = favorites()->FindInstance(std::to_string(&row - cases));
+            QVERIFY(appearance);
+            QCOMPARE(appearance->GetDiffuseTexture()->GetTextureFile(), row.expected);
+        }
+    }
+
+    void emptyFolderShowsNoProgress()
+    {
+        ModalMeeting<QWidget> meeting([](QWidget&) {});
+        TestedDialog dialog(*m_fixture, true);
+        dialog.show();
+        QTRY_COMPARE(dialog.loadCalls, 1);
+        QVERIFY(!meeting.met);
+        QVERIFY(QDir(m_fixture->path("favorites/Favorite Library")).exists());
+    }
+
+    void withoutCloudNothingIsLoaded()
+    {
+        writeMany(1);
+        TestedDialog dialog(*m_fixture, false);
+        dialog.show();
+        QTRY_COMPARE(dialog.loadCalls, 1);
+        QCOMPARE(favoriteIds(), QStringList());
+    }
+
+    void cancelKeepsWhatIsLoaded()
+    {
+        constexpr int count = 3000;
+        writeMany(count);
+        TestedDialog dialog(*m_fixture, true);
+        ModalMeeting<QProgressDialog> meeting(
+            [](QProgressDialog& progress) {
+                if (progress.value() > 0)
+                    QTest::mouseClick(progress.findChild<QPushButton*>(), Qt::LeftButton);
+            },
+            true);
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        const int loaded = int(favorites()->count());
+        QVERIFY2(loaded > 0 && loaded < count, qPrintable(QString::number(loaded)));
+        QVERIFY(!QApplication::activeModalWidget());
+        meeting.met = false;
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        QVERIFY(int(favorites()->count()) > loaded || meeting.met);
+    }
+
+    void survivesBeingDeletedMeanwhile()
+    {
+        writeMany(3000);
+        auto dialog = std::make_unique<TestedDialog>(*m_fixture, true);
+        ModalMeeting<QProgressDialog> meeting([&](QProgressDialog&) { dialog.reset(); });
+        dialog->LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        QVERIFY(!dialog);
+        QVERIFY(int(favorites()->count()) < 3000);
+    }
+
+    void needsAFavoritesFolder()
+    {
+        m_fixture->manager().SetFavoriteLibraryPath({});
+        TestedDialog dialog(*m_fixture, true);
+        QStringList texts;
+        ModalMeeting<QMessageBox> meeting([&](QMessageBox& box) {
+            texts += {box.windowTitle(), box.text()};
+            QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton);
+        });
+        dialog.show();
+        QTRY_VERIFY(!dialog.isVisible());
+        QCOMPARE(texts, QStringList({u8"严重错误", u8"系统文件夹不完整,收藏功能不可用！"}));
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void timersRunWhileVisible()
+    {
+        writeMany(2);
+        TestedDialog dialog(*m_fixture, true);
+        for (int shows = 1; shows <= 3; ++shows) {
+            dialog.statusCalls = dialog.loadCalls = 0;
+            dialog.show();
+            QTRY_VERIFY(dialog.statusCalls > 0 && dialog.loadCalls > 0);
+            QTRY_VERIFY(!QApplication::activeModalWidget());
+            QCOMPARE(dialog.statusCalls % shows, 0);
+            QCOMPARE(dialog.loadCalls, shows);
+            dialog.hide();
+        }
+        // Hidden, it is quiet while another one ticks.
+        dialog.statusCalls = dialog.loadCalls = 0;
+        TestedDialog other(*m_fixture, true);
+        other.show();
+        QTRY_VERIFY(other.statusCalls > 3 && other.loadCalls > 0);
+        QCOMPARE(dialog.statusCalls + dialog.loadCalls, 0);
+    }
+
+    void rebuildsTheCloudFolder()
+    {
+        const QString cloud = m_fixture->path("favorites/Favorite Library/CloudLib");
+        m_fixture->write("favorites/Favorite Library/CloudLib/deep/old.png", "x");
+        m_fixture->write("favorites/Favorite Library/kept.json", "x");
+        TestedDialog dialog(*m_fixture, true);
+        QVERIFY(!QDir(cloud).exists());
+        QCOMPARE(m_fixture->read("favorites/Favorite Library/kept.json"), QByteArray("x"));
+        dialog.show();
+        QTRY_VERIFY(QDir(cloud).exists());
+        QVERIFY(QDir(cloud).isEmpty());
+        dialog.hide();
+
+        QVERIFY(QDir(cloud).removeRecursively());
+        m_fixture->write("mine/picture.png", "x");
+        QVERIFY(QFile::link(m_fixture->path("mine"), cloud));
+        TestedDialog linked(*m_fixture, true);
+        QVERIFY(!QFileInfo(cloud).isSymLink());
+        QCOMPARE(m_fixture->read("mine/picture.png"), QByteArray("x"));
+    }
 
 private:
     void writeFavorite(const QString& file, const kiv::CAppearanceInstancePtr& appearance)
     {
-        QVERIFY(QDir().mkpath(m_fixture->path("favorites/Favorite Library")));
         m_fixture->write("favorites/Favorite Library/" + file, m_fixture->document(appearance));
     }
     void writeMany(int count)
@@ -82,175 +217,6 @@ private:
 
     std::unique_ptr<DialogFixture> m_fixture;
 };
-
-void TestFavoriteLoading::loadsOnFirstShow()
-{
-    writeFavorite("a.json", m_fixture->makeAppearance("first"));
-    writeFavorite("b.json", m_fixture->makeAppearance("first", "second of the id"));
-    writeFavorite("c.JSON", m_fixture->makeAppearance("capitals"));
-    writeFavorite("d.txt", m_fixture->makeAppearance("text"));
-    m_fixture->write("favorites/Favorite Library/e.json", R"({"id":"half","name":)");
-    m_fixture->write("favorites/Favorite Library/f.ggm", "no archive");
-    kiv::CAppearanceParser archive(m_fixture->manager());
-    QVERIFY(archive.AppearanceToZipFile(m_fixture->makeAppearance("packed"),
-                                        m_fixture->widePath("favorites/Favorite Library/g.ggm")));
-    QVERIFY(QDir().mkpath(m_fixture->path("favorites/Favorite Library/folder.json")));
-
-    QString texts;
-    int maximum = 0;
-    ModalWatcher<QProgressDialog> watcher([&](QProgressDialog& progress) {
-        texts = progress.windowTitle() + '|' + progress.labelText() + '|' + progress.findChild<QPushButton*>()->text();
-        maximum = progress.maximum();
-    });
-    TestedDialog dialog(*m_fixture, true);
-    emit dialog.system()->OnMaterialLibraryChange("Favorite Library");
-    QCOMPARE(favoriteIds(), QStringList());
-    dialog.show();
-    QTRY_COMPARE(favoriteIds(), QStringList({"first", "packed"}));
-    QCOMPARE(favorites()->FindInstance("first")->GetDiffuseTexture()->GetTextureFile(), kiv::String());
-    QTRY_VERIFY(dialog.rowOf(dialog.system(), "packed") >= 0);
-    QCOMPARE(texts, QString(u8"请稍等|正在载入我的材质......|取消"));
-    QCOMPARE(maximum, 5);
-    QTRY_VERIFY(!QApplication::activeModalWidget());
-}
-
-void TestFavoriteLoading::findsTexturesInTheFavoritesFolder()
-{
-    const QDir folder(m_fixture->path("favorites/Favorite Library"));
-    QVERIFY(folder.mkpath("CloudLib") && folder.mkpath("Sub"));
-    const std::string root = m_fixture->path("favorites").toStdString() + "\\Favorite Library\\";
-    const struct {
-        const char* stored;
-        std::string expected;
-    } cases[] = {
-        {"there.png", root + "there.png"},
-        {"Sub\\there.png", root + "Sub\\there.png"},
-        {"/somewhere/else/Sub/there.png", root + "/Sub/there.png"},
-        {"C:\\Users\\me\\Sub\\there.png", root + "\\Sub\\there.png"},
-        {"Sub\\missing.png", "Sub\\missing.png"},
-        {"Gone\\there.png", "Gone\\there.png"},
-        {"..\\..\\there.png", "..\\..\\there.png"},
-    };
-    TestedDialog dialog(*m_fixture, true);
-    m_fixture->write("there.png", "above the favourites");
-    m_fixture->write("favorites/Favorite Library/there.png", "x");
-    m_fixture->write("favorites/Favorite Library/Sub/there.png", "x");
-    for (const auto& row : cases)
-        writeFavorite(QString::number(&row - cases) + ".json",
-                      m_fixture->makeAppearance(std::to_string(&row - cases), row.stored));
-    dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
-    for (const auto& row : cases) {
-        const auto appearance = favorites()->FindInstance(std::to_string(&row - cases));
-        QVERIFY(appearance);
-        QCOMPARE(appearance->GetDiffuseTexture()->GetTextureFile(), row.expected);
-    }
-}
-
-void TestFavoriteLoading::emptyFolderShowsNoProgress()
-{
-    ModalWatcher<QWidget> watcher([](QWidget&) {});
-    TestedDialog dialog(*m_fixture, true);
-    dialog.show();
-    QTRY_COMPARE(dialog.loadCalls, 1);
-    QCOMPARE(watcher.count, 0);
-    QVERIFY(QDir(m_fixture->path("favorites/Favorite Library")).exists());
-}
-
-void TestFavoriteLoading::withoutCloudNothingIsLoaded()
-{
-    writeMany(1);
-    TestedDialog dialog(*m_fixture, false);
-    dialog.show();
-    QTRY_COMPARE(dialog.loadCalls, 1);
-    QCOMPARE(favoriteIds(), QStringList());
-}
-
-void TestFavoriteLoading::cancelKeepsWhatIsLoaded()
-{
-    constexpr int count = 3000;
-    writeMany(count);
-    TestedDialog dialog(*m_fixture, true);
-    ModalWatcher<QProgressDialog> watcher([](QProgressDialog& progress) {
-        if (progress.value() > 0)
-            QTest::mouseClick(progress.findChild<QPushButton*>(), Qt::LeftButton);
-    });
-    dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
-    const int loaded = int(favorites()->count());
-    QVERIFY2(loaded > 0 && loaded < count, qPrintable(QString::number(loaded)));
-    QVERIFY(!QApplication::activeModalWidget());
-    dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
-    QVERIFY(int(favorites()->count()) > loaded || watcher.count > 1);
-}
-
-void TestFavoriteLoading::survivesBeingDeletedMeanwhile()
-{
-    writeMany(3000);
-    auto dialog = std::make_unique<TestedDialog>(*m_fixture, true);
-    ModalWatcher<QProgressDialog> watcher([&](QProgressDialog&) { dialog.reset(); });
-    dialog->LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
-    QVERIFY(!dialog);
-    QVERIFY(int(favorites()->count()) < 3000);
-}
-
-void TestFavoriteLoading::needsAFavoritesFolder()
-{
-    m_fixture->manager().SetFavoriteLibraryPath({});
-    TestedDialog dialog(*m_fixture, true);
-    QStringList texts;
-    ModalWatcher<QMessageBox> watcher([&](QMessageBox& box) {
-        texts += {box.windowTitle(), box.text()};
-        QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton);
-    });
-    dialog.show();
-    QTRY_VERIFY(!dialog.isVisible());
-    QCOMPARE(texts, QStringList({u8"严重错误", u8"系统文件夹不完整,收藏功能不可用！"}));
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-}
-
-void TestFavoriteLoading::timersRunWhileVisible()
-{
-    writeMany(2);
-    TestedDialog dialog(*m_fixture, true);
-    ModalWatcher<QProgressDialog> watcher([](QProgressDialog&) {});
-    for (int shows = 1; shows <= 3; ++shows) {
-        dialog.statusCalls = dialog.loadCalls = 0;
-        dialog.show();
-        QTRY_VERIFY(dialog.statusCalls > 0 && dialog.loadCalls > 0);
-        QTRY_VERIFY(!QApplication::activeModalWidget());
-        QCOMPARE(dialog.statusCalls % shows, 0);
-        QCOMPARE(dialog.loadCalls, shows);
-        dialog.hide();
-    }
-    // Hidden, it is quiet while another one ticks.
-    dialog.statusCalls = dialog.loadCalls = 0;
-    TestedDialog other(*m_fixture, true);
-    other.show();
-    QTRY_VERIFY(other.statusCalls > 3 && other.loadCalls > 0);
-    QCOMPARE(dialog.statusCalls + dialog.loadCalls, 0);
-}
-
-void TestFavoriteLoading::rebuildsTheCloudFolder()
-{
-    const QString cloud = m_fixture->path("favorites/Favorite Library/CloudLib");
-    QVERIFY(QDir().mkpath(cloud + "/deep"));
-    m_fixture->write("favorites/Favorite Library/CloudLib/deep/old.png", "x");
-    m_fixture->write("favorites/Favorite Library/kept.json", "x");
-    TestedDialog dialog(*m_fixture, true);
-    QVERIFY(!QDir(cloud).exists());
-    QCOMPARE(m_fixture->read("favorites/Favorite Library/kept.json"), QByteArray("x"));
-    dialog.show();
-    QTRY_VERIFY(QDir(cloud).exists());
-    QVERIFY(QDir(cloud).isEmpty());
-    dialog.hide();
-
-    QVERIFY(QDir(cloud).removeRecursively());
-    QVERIFY(QDir().mkpath(m_fixture->path("mine")));
-    m_fixture->write("mine/picture.png", "x");
-    QVERIFY(QFile::link(m_fixture->path("mine"), cloud));
-    TestedDialog linked(*m_fixture, true);
-    QVERIFY(!QFileInfo(cloud).isSymLink());
-    QCOMPARE(m_fixture->read("mine/picture.png"), QByteArray("x"));
-}
 
 MATERIAL_TEST_MAIN(TestFavoriteLoading)
 #include "TestFavoriteLoading.moc"

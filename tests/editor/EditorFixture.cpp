@@ -40,6 +40,18 @@ kiv::CAppearanceInstancePtr EditorFixture::add(const kiv::String& type, const ki
     return appearance;
 }
 
+void EditorFixture::place(kiv::CAppearanceInstance& texture)
+{
+    kiv::CMatrix3<float> transform;
+    transform(0, 1) = 0.125F;
+    texture.SetProperty("rotation", kiv::MakePropertyValue(30.0F));
+    texture.SetProperty("scale", kiv::MakePropertyValue(kiv::CVec2<float>(-2, 3)));
+    texture.SetProperty("offset", kiv::MakePropertyValue(kiv::CVec2<float>(0.5F, -1)));
+    texture.SetProperty("transform", kiv::MakePropertyValue(transform));
+    texture.SetProperty("repeat_h", kiv::MakePropertyValue(1));
+    texture.SetProperty("repeat_v", kiv::MakePropertyValue(2));
+}
+
 void EditorFixture::edit(const kiv::CAppearanceInstancePtr& appearance)
 {
     editor->SetAppearance(appearance);

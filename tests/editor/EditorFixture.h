@@ -20,6 +20,9 @@ public:
 
     /// An appearance of the type, its id as name, in the project's library.
     kiv::CAppearanceInstancePtr add(const kiv::String& type, const kiv::String& id);
+    /// Turns the texture by 30 degrees, makes it 2 wide, mirrored, and 3 high, with an offset of 0.5 and -1, and lets
+    /// it be repeated mirrored in width and clamped in height. Its transform is another one, as if made elsewhere.
+    static void place(kiv::CAppearanceInstance& texture);
     /// Shows the appearance in a shown editor.
     void edit(const kiv::CAppearanceInstancePtr& appearance);
     /// Steps the number up by its key.

@@ -57,12 +57,8 @@ private slots:
         QVERIFY(picture.save(m_fixture->path("textures/wall.png")));
         m_appearance = m_fixture->add("Generic", "placed");
         m_appearance->SetUseDiffuseTexture(true);
-        const auto texture = m_appearance->GetDiffuseTexture();
-        texture->SetTextureFile("wall.png");
-        texture->SetProperty("rotation", MakePropertyValue(30.0F));
-        texture->SetProperty("scale", MakePropertyValue(Pair(-2, 3)));
-        texture->SetProperty("offset", MakePropertyValue(Pair(0.5F, -1)));
-        texture->SetProperty("repeat_h", MakePropertyValue(1));
+        m_appearance->GetDiffuseTexture()->SetTextureFile("wall.png");
+        EditorFixture::place(*m_appearance->GetDiffuseTexture());
     }
 
     void pointsFollowThePlacement_data()
@@ -126,7 +122,7 @@ private slots:
         QVERIFY(dialog->findChild<QCheckBox*>("checkBox_FlipH")->isChecked());
         QVERIFY(!dialog->findChild<QCheckBox*>("checkBox_FlipV")->isChecked());
         QCOMPARE(dialog->findChild<QComboBox*>("repeatHorizontal")->currentIndex(), 1);
-        QCOMPARE(dialog->findChild<QComboBox*>("repeatVertical")->currentIndex(), 0);
+        QCOMPARE(dialog->findChild<QComboBox*>("repeatVertical")->currentIndex(), 2);
         QCOMPARE(dialog->findChild<QComboBox*>("repeatVertical")->count(), 3);
         for (const auto& [name, text] : {std::pair("labelSource", u8"wall.png"),
                                          {"widthUnit", "mm"},
@@ -198,28 +194,21 @@ private slots:
             const auto image = scene->GetViewer()->Snapshot(side, side);
             return image ? QByteArray(reinterpret_cast<const char*>(image->GetData()), side * side * 4) : QByteArray();
         };
-        QList<QByteArray> seen{picture()};
-        QVERIFY(!seen.first().isEmpty());
-        const auto see = [&](const char* what) {
+        for (const char* size : {"sampleWidth", "sampleHeight"})
+            typeAnew(*number(*dialog, size), "0.3");  // small enough to be repeated
+        QByteArray seen = picture();
+        QVERIFY(!seen.isEmpty());
+        // Mirrored on each side of zero, or clamped, a texture may not be changed by mirroring.
+        const std::pair<const char*, Qt::Key> changes[] = {
+            {"repeatHorizontal", Qt::Key_Home}, {"repeatVertical", Qt::Key_Home},  {"rotation", Qt::Key_PageUp},
+            {"sampleWidth", Qt::Key_PageUp},    {"sampleHeight", Qt::Key_PageUp},  {"offsetX", Qt::Key_PageUp},
+            {"offsetY", Qt::Key_PageUp},        {"checkBox_FlipH", Qt::Key_Space}, {"checkBox_FlipV", Qt::Key_Space},
+            {"repeatHorizontal", Qt::Key_End},  {"repeatVertical", Qt::Key_End}};
+        for (const auto& [name, key] : changes) {
+            QTest::keyClick(dialog->findChild<QWidget*>(name), key);
             const QByteArray now = picture();
-            QVERIFY2(now != seen.last(), what);
-            seen += now;
-        };
-        for (const char* name : {"rotation", "sampleWidth", "sampleHeight", "offsetX", "offsetY"}) {
-            typeAnew(*number(*dialog, name), "0.7");
-            see(name);
-        }
-        // Mirrored on each side of zero, a texture is not changed by mirroring.
-        QTest::keyClick(dialog->findChild<QComboBox*>("repeatHorizontal"), Qt::Key_Home);
-        see("repeated");
-        QCOMPARE(dialog->GetTexture()->ValueOr("repeat_h", -1), 0);
-        for (const char* name : {"checkBox_FlipH", "checkBox_FlipV"}) {
-            QTest::keyClick(dialog->findChild<QCheckBox*>(name), Qt::Key_Space);
-            see(name);
-        }
-        for (const char* name : {"repeatHorizontal", "repeatVertical"}) {
-            QTest::keyClick(dialog->findChild<QComboBox*>(name), Qt::Key_End);
-            see(name);
+            QVERIFY2(now != seen, name);
+            seen = now;
         }
         QCOMPARE(dialog->GetTexture()->ValueOr("repeat_h", -1), 2);
         QCOMPARE(dialog->GetTexture()->ValueOr("repeat_v", -1), 2);
@@ -228,9 +217,6 @@ private slots:
     // It may have been computed elsewhere, or from sizes that the boxes round.
     void lookingAtThePlacementKeepsTheStoredTransform()
     {
-        CMatrix3<float> stored;
-        stored(0, 1) = 0.125F;
-        m_appearance->GetDiffuseTexture()->SetProperty("transform", MakePropertyValue(stored));
         const QByteArray before = m_fixture->document(m_appearance);
         m_fixture->edit(m_appearance);
         place([](CTextureEditorDlg& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
@@ -253,7 +239,7 @@ private slots:
         m_fixture->edit(m_appearance);
         place([&](CTextureEditorDlg& dialog) {
             typeAnew(*number(dialog, "rotation"), "90");
-            QTest::keyClick(dialog.findChild<QComboBox*>("repeatVertical"), Qt::Key_Down);
+            QTest::keyClick(dialog.findChild<QComboBox*>("repeatVertical"), Qt::Key_Up);
             if (way == 3)
                 QVERIFY(QFile::remove(m_fixture->path("textures/wall.png")));
             typeAnew(*number(dialog, "offsetX"), "2");

@@ -1,11 +1,10 @@
 #include <LibraryFixture.h>
 #include <MaterialHelper.h>
 #include <MaterialTest.h>
+#include <ModalMeeting.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QMessageBox>
-#include <QTimer>
 
 #include <memory>
 
@@ -14,28 +13,6 @@ using kiv::CMaterialHelper;
 namespace {
 
 constexpr char PictureSha[] = "UserLib Textures\\";
-
-/// Presses OK in the message box that comes next, and keeps what it said.
-class BoxReader {
-public:
-    BoxReader()
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { read(); });
-        m_timer.start(0);
-    }
-    QStringList texts;
-
-private:
-    void read()
-    {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        texts += {box->windowTitle(), box->text()};
-        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    }
-    QTimer m_timer;
-};
 
 }  // namespace
 
@@ -81,9 +58,13 @@ private slots:
         QVERIFY(add(source, "Stone"));
         const auto before = m_fixture->tree("favorites");
         source->SetName("another name of the same look");
-        BoxReader reader;
+        QStringList texts;
+        ModalMeeting<QMessageBox> meeting([&](QMessageBox& box) {
+            texts += {box.windowTitle(), box.text()};
+            QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
+        });
         QVERIFY(!add(source, "Stone"));
-        QCOMPARE(reader.texts, QStringList({u8"提示", u8"该材质已经被收藏过了！"}));
+        QCOMPARE(texts, QStringList({u8"提示", u8"该材质已经被收藏过了！"}));
         QCOMPARE(m_fixture->tree("favorites"), before);
         QVERIFY(add(source, "Wood"));
     }
