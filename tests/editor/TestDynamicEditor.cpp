@@ -122,7 +122,7 @@ private slots:
         QList<QByteArray> states;
         for (const CAppearanceUIElement& element : elementsOf(*appearance)) {
             checkDescription(element);
-            editAndCheck(*appearance, element, states);
+            editAndCheck(appearance, element, states);
             checkDescription(element);
         }
         QVERIFY(states.size() > 3 && states.last() == first);
@@ -131,10 +131,7 @@ private slots:
 
     void keysGoThroughThePanelInItsOrder()
     {
-        const auto appearance = m_fixture->add("Generic", "walked");
-        appearance->SetUseDiffuseTexture(true);
-        appearance->SetUseBumpTexture(true);
-        m_fixture->edit(appearance);
+        const auto appearance = showWithPicture({});
         QStringList expected;
         for (const CAppearanceUIElement& element : elementsOf(*appearance)) {
             const auto* group = m_fixture->find<CGroupBoxCtrl>(element.GetAttribute("id"));
@@ -317,9 +314,7 @@ private slots:
 
     void rebuildingKeepsTheFocus()
     {
-        const auto appearance = m_fixture->add("Generic", "focused");
-        appearance->SetUseDiffuseTexture(true);
-        m_fixture->edit(appearance);
+        showWithPicture({});
         const auto textures = [&] { return m_fixture->find<CImageCtrl>("diffuse_texture"); };
         const std::function<QWidget*()> widgets[] = {
             [&] { return m_fixture->find<CSpinBoxCtrl>("metallic"); }, [&] { return &textures()->GetThumbnail(); },
@@ -498,7 +493,7 @@ private:
     }
 
     /// Edits as a person does, a switch until it is on; adds the documents before each edit at the front.
-    void editAndCheck(const kiv::CAppearanceInstance& appearance, const CAppearanceUIElement& element,
+    void editAndCheck(const CAppearanceInstancePtr& appearance, const CAppearanceUIElement& element,
                       QList<QByteArray>& states)
     {
         const kiv::String key = element.GetAttribute("id");
@@ -506,22 +501,15 @@ private:
         const auto* group = qobject_cast<CGroupBoxCtrl*>(control);
         if (group && !group->isCheckable())
             return;
-        const auto shown = m_fixture->editor->GetAppearance();
-        QCOMPARE(shown.get(), &appearance);
         do {
-            states.push_front(m_fixture->document(shown));
+            states.push_front(m_fixture->document(appearance));
             work(*control);
             QCOMPARE(m_fixture->takeEvents(), "record " + QString::fromStdString(key));
             const QStringList also = key == "transparent" ? QStringList("diffuse_color") : QStringList();
-            QCOMPARE(changedKeys(states.front(), m_fixture->document(shown)),
+            QCOMPARE(changedKeys(states.front(), m_fixture->document(appearance)),
                      also + QStringList(control->objectName()));
-            QVERIFY(valueOf(control)->Equals(*storedValue(appearance, key)));
+            QVERIFY(dynamic_cast<kiv::CDynamicProperty&>(*control).GetValue()->Equals(*storedValue(*appearance, key)));
         } while (group && !group->isChecked());
-    }
-
-    static kiv::CPropertyValuePtr valueOf(QWidget* control)
-    {
-        return dynamic_cast<kiv::CDynamicProperty&>(*control).GetValue();
     }
 
     static kiv::CPropertyValuePtr storedValue(const kiv::CAppearanceInstance& appearance, const kiv::String& key)
