@@ -121,9 +121,8 @@ struct CViewer::Private : IPictureSource {
         device->GetSkies().WaitForPending();
     }
 
-    bool DrawWindow(QWindow& window) override
+    bool DrawWindow(QWindow& window, const QSize& size) override
     {
-        const QSize size = window.size() * window.devicePixelRatio();
         if (!isGood(size))
             return true;  // not worth another way
         CRenderDevice::CCurrent current(*device, &window);

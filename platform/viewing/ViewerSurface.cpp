@@ -62,6 +62,7 @@ void CViewerSurface::openWindow()
         m_window.clear();
         update();
     });
+    m_window->Fit(size());
 }
 
 void CViewerSurface::closeWindow()
@@ -91,7 +92,7 @@ void CViewerSurface::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     if (m_window)
-        m_window->resize(size());
+        m_window->Fit(size());
 }
 
 bool CViewerSurface::isPaintedElsewhere() const

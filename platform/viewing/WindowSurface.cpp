@@ -16,7 +16,7 @@ bool CWindowSurface::IsSupported()
 }
 
 CWindowSurface::CWindowSurface(QWindow& below, IPictureSource& source, std::function<void()> refused)
-    : QWindow(&below), m_source(source), m_refused(std::move(refused))
+    : QWindow(&below), m_source(source), m_fitted(below.size()), m_refused(std::move(refused))
 {
     setSurfaceType(QSurface::OpenGLSurface);
     setFormat(CRenderDevice::WantedFormat());
@@ -29,6 +29,12 @@ void CWindowSurface::SetDirty()
 {
     if (canBeSeen())
         requestUpdate();
+}
+
+void CWindowSurface::Fit(const QSize& size)
+{
+    m_fitted = size;
+    resize(size);
 }
 
 bool CWindowSurface::event(QEvent* event)
@@ -59,7 +65,7 @@ bool CWindowSurface::canBeSeen() const
 
 void CWindowSurface::draw()
 {
-    if (canBeSeen() && m_refused && !m_source.DrawWindow(*this))
+    if (canBeSeen() && m_refused && !m_source.DrawWindow(*this, m_fitted * devicePixelRatio()))
         std::exchange(m_refused, nullptr)();
 }
 

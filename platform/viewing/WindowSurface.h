@@ -21,6 +21,8 @@ public:
     CWindowSurface(QWindow& below, IPictureSource& source, std::function<void()> refused);
 
     void SetDirty();
+    /// Takes the size. The window system answers later, but draws no picture of the size before into the new one.
+    void Fit(const QSize& size);
 
 protected:
     bool event(QEvent* event) override;
@@ -32,6 +34,7 @@ private:
     void draw();
 
     IPictureSource& m_source;
+    QSize m_fitted;
     std::function<void()> m_refused;
 };
 
