@@ -28,7 +28,7 @@ CTriangleMesh box(double x = 0)
 CTriangleMesh sphere()
 {
     CTriangleMesh mesh;
-    kiv::CSphere3D::GetSphereData({}, 0.1, 0.1, mesh.vertices, mesh.indices, mesh.normals, mesh.textureCoordinates);
+    kiv::CSphere3D::GetSphereData({}, 0.1, 8.0, mesh.vertices, mesh.indices, mesh.normals, mesh.textureCoordinates);
     return mesh;
 }
 
