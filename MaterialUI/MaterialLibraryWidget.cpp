@@ -396,6 +396,8 @@ void CMaterialLibraryWidget::Private::keepEdits()
 
 void CMaterialLibraryWidget::OnUndo()
 {
+    if (!m->hasEdits)
+        return;
     if (const auto appearance = CEditStack::Instance().TakeBackLast(m->manager, m->projectLibrary()))
         showTakenBack({appearance});
 }

@@ -13,6 +13,7 @@ namespace kiv {
 namespace {
 
 // How much farther than its middle the corner of the nearest plane is, for pictures up to 4 times as wide as high.
+constexpr double LampRadiance = 0.5;  // of a lamp of intensity 1, reflected by a white surface that faces it
 constexpr double NearCorner = 2;
 
 enum EnUnit { BaseUnit = 0, BumpUnit = 1, EnvironmentUnit = 2, BrdfUnit = 3 };
@@ -328,7 +329,7 @@ void CSceneRenderer::setLight(CLinkedProgram& program, const CFrame& frame)
 {
     QOpenGLExtraFunctions& gl = m_device.GetFunctions();
     CLight* lamp = frame.scene.FindLight("HeadLamp");
-    write(program, "lampIntensity", float(lamp ? lamp->GetIntensity() : 0));
+    write(program, "lampRadiance", float(lamp ? LampRadiance * lamp->GetIntensity() : 0));
     write(program, "environment", int(EnvironmentUnit));
     write(program, "brdfTable", int(BrdfUnit));
     gl.glActiveTexture(GL_TEXTURE0 + BrdfUnit);

@@ -11,7 +11,7 @@ varying vec2 textureCoordinate;
 #endif
 
 uniform vec3 eye;
-uniform float lampIntensity;
+uniform float lampRadiance;  // that a white facing surface reflects
 
 // Colours come in linear light.
 uniform vec4 baseColor;

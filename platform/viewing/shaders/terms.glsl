@@ -33,9 +33,9 @@ vec3 normalReflectance(Surface s)
     return mix(vec3(reflectance(clamp(ior, 1.0, 3.0))), s.albedo, s.metallic);
 }
 
-// The lamp at the eye, of which a white facing surface reflects `radiance`: Lambert below, GGX above. Halfway between
-// light and view is the view, where Fresnel's term is that of normal incidence.
-vec3 lampLight(Surface s, vec3 f0, float radiance)
+// The lamp at the eye: Lambert below, GGX above. Halfway between light and view is the view, where Fresnel's term is
+// that of normal incidence.
+vec3 lampLight(Surface s, vec3 f0)
 {
     float cosView = max(dot(s.normal, s.view), 0.0);
     float alphaRoughness = s.roughness * s.roughness;
@@ -43,5 +43,5 @@ vec3 lampLight(Surface s, vec3 f0, float radiance)
     float alphaSquare = max(alphaRoughness * alphaRoughness, 1e-3);
     float lobe = distribution(cosView, alphaSquare) * visibility(cosView, alphaSquare);
     vec3 diffuse = (1.0 - f0) * (1.0 - s.metallic) * s.albedo;
-    return (diffuse + PI * f0 * lobe) * cosView * radiance;
+    return (diffuse + PI * f0 * lobe) * cosView * lampRadiance;
 }

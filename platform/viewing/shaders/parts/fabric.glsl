@@ -11,6 +11,6 @@ void fabric(inout Surface s)
     float neubelt = 1.0 / (4.0 * (2.0 * cosView - cosView * cosView));
     vec3 ground = s.albedo * (1.0 - sheen);
     vec3 around = diffuseLight(s.normal);
-    float lamp = 0.5 * lampIntensity * cosView;
+    float lamp = lampRadiance * cosView;
     s.color = around * (ground + sheen) + (ground + PI * sheen * charlie * neubelt) * lamp + ownLight();
 }

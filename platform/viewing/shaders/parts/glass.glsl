@@ -6,7 +6,7 @@ void glass(inout Surface s)
     float cosView = clamp(dot(s.normal, s.view), 1e-3, 1.0);
     vec3 f = fresnel(f0, cosView);
     vec3 mirrored = mirroredLight(reflect(-s.view, s.normal), s.roughness) * f;
-    vec3 lamp = lampLight(s, f0, 0.5 * lampIntensity) - s.albedo * (1.0 - f) * 0.5 * lampIntensity * cosView;
+    vec3 lamp = lampLight(s, f0) - s.albedo * (1.0 - f) * lampRadiance * cosView;
     // Tint grows with the way through the glass.
     vec3 tint = pow(max(s.albedo, vec3(0.02)), vec3(mix(2.0, 0.7, cosView)));
     vec3 body = s.albedo * diffuseLight(s.normal) * (1.0 - f);

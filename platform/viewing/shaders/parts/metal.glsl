@@ -2,5 +2,5 @@
 void metal(inout Surface s)
 {
     vec3 f0 = normalReflectance(s);
-    s.color = environmentLight(s, f0) + lampLight(s, f0, 0.5 * lampIntensity) + ownLight();
+    s.color = environmentLight(s, f0) + lampLight(s, f0) + ownLight();
 }

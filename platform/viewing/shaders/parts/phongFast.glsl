@@ -1,5 +1,5 @@
 void phongFast(inout Surface s)
 {
     float facing = max(dot(s.normal, s.view), 0.0);
-    s.color = s.albedo * (diffuseLight(s.normal) + 0.5 * lampIntensity * facing) + ownLight();
+    s.color = s.albedo * (diffuseLight(s.normal) + lampRadiance * facing) + ownLight();
 }

@@ -2,5 +2,5 @@
 void simpleTexture(inout Surface s)
 {
     float facing = max(dot(s.normal, s.view), 0.0);
-    s.color = s.albedo * (diffuseLight(s.normal) + 0.5 * lampIntensity * facing);
+    s.color = s.albedo * (diffuseLight(s.normal) + lampRadiance * facing);
 }
