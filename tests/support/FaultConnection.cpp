@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int HugeBytes = 100 * 1000 * 1000;
+constexpr int Pieces = 15;
 
 QByteArray headOf(const CHttpAnswer& answer, qint64 length)
 {
@@ -35,6 +36,12 @@ CHttpAnswer anotherPart(CHttpRequest request, const CDavFolder& folder)
     const qint64 first = request.Header("range").mid(6).chopped(1).toLongLong();
     request.headers["range"] = "bytes=" + QByteArray::number(first - 1) + '-';
     return folder.Answer(request);
+}
+
+CHttpRequest withoutRange(CHttpRequest request)
+{
+    request.headers.remove("range");
+    return request;
 }
 
 CHttpAnswer challenge()
@@ -78,7 +85,7 @@ bool CFaultConnection::ServeOne()
         m_script.WaitToGoOn();
     if (!ReadBody(request))
         return false;
-    if (!fault || fault->kind == CFault::Hang)
+    if (!fault)
         return Send(Duty(request));
     const bool goesOn = Misbehave(request, *fault);
     if (fault->done)
@@ -124,6 +131,10 @@ CHttpAnswer CFaultConnection::Duty(const CHttpRequest& request) const
 bool CFaultConnection::Misbehave(const CHttpRequest& request, const CFault& fault)
 {
     switch (fault.kind) {
+    case CFault::Hang:
+        return Send(Duty(request));
+    case CFault::Close:
+        return false;
     case CFault::Status:
         return Send(fault.status == 401 ? challenge() : CHttpAnswer{fault.status, {}, fault.text});
     case CFault::Redirect:
@@ -132,33 +143,32 @@ bool CFaultConnection::Misbehave(const CHttpRequest& request, const CFault& faul
         return Send({207, {{"Content-Type", "application/xml"}}, fault.text});
     case CFault::HugeBody:
         return SendHugeBody();
-    case CFault::Hang:
-    case CFault::Close:
-        return false;
-    case CFault::IgnoreRange: {
-        CHttpRequest whole = request;
-        whole.headers.remove("range");
-        return Send(Duty(whole));
-    }
+    case CFault::IgnoreRange:
+        return Send(Duty(withoutRange(request)));
     case CFault::WrongRange:
         return Send(request.headers.contains("range") ? anotherPart(request, m_folder) : Duty(request));
     default:
-        break;
+        return Distort(Duty(request), fault);
     }
-    const CHttpAnswer honest = Duty(request);
+}
+
+bool CFaultConnection::Distort(const CHttpAnswer& honest, const CFault& fault)
+{
     const int size = honest.body.size();
     switch (fault.kind) {
     case CFault::CutBody:
         return Send(honest, size, BodyEnd::Cut);
     case CFault::HangInBody:
         return Send(honest, size, BodyEnd::Waiting);
+    case CFault::Trickle:
+        return SendSlowly(honest);
     case CFault::LongLength:
         return Send(honest, size + 10) && false;
     case CFault::ShortLength:
         return Send(honest, size / 2) && false;
     case CFault::Entry:
         return Send(withEntry(honest, fault.text));
-    default:
+    default:  // CloseAfter
         return false;
     }
 }
@@ -172,6 +182,16 @@ bool CFaultConnection::Send(const CHttpAnswer& answer, qint64 announced, BodyEnd
     if (end == BodyEnd::Waiting)
         m_script.WaitToGoOn();
     return end != BodyEnd::Cut && m_socket.Write(answer.body.mid(half));
+}
+
+bool CFaultConnection::SendSlowly(const CHttpAnswer& answer)
+{
+    m_script.Finish(m_request, answer.status);
+    const int piece = answer.body.size() / Pieces + 1;
+    bool goesOn = m_socket.Write(headOf(answer, answer.body.size()));
+    for (int first = 0; goesOn && first < answer.body.size(); first += piece)
+        goesOn = m_script.Pause() && m_socket.Write(answer.body.mid(first, piece));
+    return goesOn;
 }
 
 bool CFaultConnection::SendHugeBody()

@@ -22,7 +22,9 @@ private:
     bool ReadBody(CHttpRequest& request);
     CHttpAnswer Duty(const CHttpRequest& request) const;
     bool Misbehave(const CHttpRequest& request, const CFault& fault);
+    bool Distort(const CHttpAnswer& honest, const CFault& fault);
     bool Send(const CHttpAnswer& answer, qint64 announced = -1, BodyEnd end = BodyEnd::Whole);
+    bool SendSlowly(const CHttpAnswer& answer);
     bool SendHugeBody();
 
     CTcpSocket m_socket;

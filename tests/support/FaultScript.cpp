@@ -6,6 +6,7 @@
 namespace {
 
 constexpr std::chrono::seconds Patience(30);
+constexpr std::chrono::milliseconds Slowness(100);
 
 }  // namespace
 
@@ -85,4 +86,10 @@ void CFaultScript::WaitToGoOn()
     std::unique_lock<std::mutex> lock(m_mutex);
     const int cleared = m_cleared;
     m_changed.wait(lock, [&] { return m_stopped || m_cleared != cleared; });
+}
+
+bool CFaultScript::Pause()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return !m_changed.wait_for(lock, Slowness, [this] { return m_stopped; });
 }

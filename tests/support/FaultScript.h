@@ -26,6 +26,7 @@ struct CFault {
         ShortLength,  ///< announces half of what it sends
         IgnoreRange,  ///< sends the whole file where a part was asked for
         WrongRange,   ///< says and sends another part of the file than the one asked for
+        Trickle,      ///< sends the answer's body in many pieces, a while after another
         Entry,        ///< lists one more file, `text` being its address
     };
     Kind kind = Status;
@@ -64,6 +65,8 @@ public:
     int Begin(const CRequestRecord& record);
     void Finish(int request, int status);
     void WaitToGoOn();
+    /// A pause of a server that is slow; false when it need not go on.
+    bool Pause();
 
 private:
     std::mutex m_mutex;

@@ -18,7 +18,7 @@ struct CWebDavSettings {
     QString user = QStringLiteral("alice");
     QString password = QStringLiteral("open: 100% sesame");
     /// Where the server keeps its folder; empty: the system's folder for temporary files.
-    QString place;
+    QString place = {};
 };
 
 /// A WebDAV server that people really run, on a free port of 127.0.0.1, over a temporary folder. It ends with the
