@@ -17,11 +17,12 @@ test: ## Build everything and run all tests
 	@scripts/build dev
 	@scripts/with-display --own ctest --preset dev
 
-check: ## Check format and lint, run all tests under address and undefined-behaviour sanitizers, fuzz briefly
+check: ## Check format, lint and Windows files, run all tests under address and undefined-behaviour sanitizers, fuzz briefly
 	@scripts/setup build check
 	@scripts/format --check
 	@scripts/build dev
 	@scripts/lint dev
+	@scripts/check-windows
 	@scripts/build asan
 	@scripts/with-display --own scripts/sanitized ctest --preset asan
 	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=10
