@@ -1,0 +1,172 @@
+#include "DavSession.h"
+
+#include "DavPath.h"
+#include "RemoteName.h"
+
+#include <algorithm>
+
+namespace nuvs {
+
+namespace {
+
+constexpr qint64 LargestListing = 32 << 20;
+constexpr int Multistatus = 207;
+
+const QByteArray Question = R"(<?xml version="1.0" encoding="utf-8"?>
+<propfind xmlns="DAV:"><prop><resourcetype/><getcontentlength/><getlastmodified/></prop></propfind>)";
+
+bool isMissing(int status)
+{
+    return status == 404 || status == 409 || status == 410;
+}
+
+QString codeOf(int status, QLatin1String missing)
+{
+    if (isMissing(status))
+        return missing;
+    return status >= 300 && status < 400 ? code::Redirected : code::ServerError;
+}
+
+const SDavEntry* findItself(const QVector<SDavEntry>& entries, const QUrl& url)
+{
+    QString name;
+    const auto isItself = [&](const SDavEntry& entry) {
+        return entry.isThere && PlaceOf(entry.reference, url, name) == EPlace::Itself;
+    };
+    const auto found = std::find_if(entries.cbegin(), entries.cend(), isItself);
+    return found == entries.cend() ? nullptr : &*found;
+}
+
+NUVSCloudFileItem itemOf(const SDavEntry& entry, const QString& id, const QString& name)
+{
+    NUVSCloudFileItem item;
+    item.id = id;
+    item.name = name;
+    item.isFolder = entry.isFolder;
+    item.size = entry.isFolder ? -1 : entry.size;
+    item.modified = entry.modified;
+    return item;
+}
+
+// In the order of their names, each name once.
+void arrange(QVector<NUVSCloudFileItem>& items)
+{
+    const auto isBefore = [](const auto& a, const auto& b) { return a.name < b.name; };
+    const auto isSame = [](const auto& a, const auto& b) { return a.name == b.name; };
+    std::stable_sort(items.begin(), items.end(), isBefore);
+    items.erase(std::unique(items.begin(), items.end(), isSame), items.end());
+}
+
+}  // namespace
+
+CDavSession::CDavSession(const SAccount& account, std::function<void()> lost)
+    : m_address(account.address), m_product(account.product), m_mark(NewMarkName()), m_connection(account),
+      m_lost(std::move(lost))
+{
+}
+
+QUrl CDavSession::FileUrlOf(const QString& id) const
+{
+    return FileUrl(m_address, QStringList(m_product) + NamesOf(id));
+}
+
+QUrl CDavSession::FolderUrlOf(const QString& id) const
+{
+    return FolderUrl(m_address, QStringList(m_product) + NamesOf(id));
+}
+
+QUrl CDavSession::StagingUrl(const QString& name) const
+{
+    return FileUrlOf(ChildId(m_mark, name));
+}
+
+void CDavSession::Look(const QUrl& url, int depth, const AnswerBasePtr& answer, const LookHandler& handler)
+{
+    SDavOrder order;
+    order.verb = "PROPFIND";
+    order.url = url;
+    order.headers = {{"Depth", QByteArray::number(depth)}, {"Content-Type", "application/xml; charset=utf-8"}};
+    order.body = Question;
+    order.largestAnswer = LargestListing;
+    m_connection.Send(order, answer, [handler](SDavAnswer got) {
+        QVector<SDavEntry> entries;
+        const bool isRead = got.status == Multistatus && CMultistatusReader(got.body).Read(entries);
+        if (got.IsSuccess() && !isRead)
+            got.status = SDavAnswer::Unreadable;
+        handler(got, entries);
+    });
+}
+
+void CDavSession::List(const QString& folder, const AnswerBasePtr& answer, const ListHandler& handler)
+{
+    Look(FolderUrlOf(folder), 1, answer, [=](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
+        // The root goes only with the mark.
+        if (folder.isEmpty() && got.IsAnswered() && isMissing(got.status))
+            return Lose(*answer);
+        if (!got.IsSuccess())
+            return Refuse(got, *answer, code::FolderMissing);
+        const SDavEntry* itself = findItself(entries, FolderUrlOf(folder));
+        if (!itself || !itself->isFolder)
+            return answer->Refuse({code::FolderMissing, QNetworkReply::ContentNotFoundError});
+        QVector<NUVSCloudFileItem> items;
+        QStringList marks;
+        Sort(folder, entries, items, marks);
+        if (folder.isEmpty() && !marks.contains(m_mark))
+            return Lose(*answer);
+        handler(*itself, items, marks);
+    });
+}
+
+void CDavSession::Sort(const QString& folder, const QVector<SDavEntry>& entries, QVector<NUVSCloudFileItem>& items,
+                       QStringList& marks)
+{
+    const QUrl url = FolderUrlOf(folder);
+    for (const SDavEntry& entry : entries) {
+        QString name;
+        if (!entry.isThere || PlaceOf(entry.reference, url, name) != EPlace::Child)
+            continue;
+        if (IsMarkName(name))
+            marks.append(name);
+        else if (IsRemoteName(name))
+            items.append(itemOf(entry, ChildId(folder, name), name));
+    }
+    arrange(items);
+    for (const NUVSCloudFileItem& item : items) {
+        if (!item.isFolder)
+            LearnFile(item.id);
+        else
+            ForgetFile(item.id);
+    }
+}
+
+void CDavSession::LookForMark(const AnswerBasePtr& answer, const std::function<void()>& handler)
+{
+    Look(MarkUrl(), 0, answer, [=](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
+        const bool isGone = got.IsAnswered() && isMissing(got.status);
+        if (isGone || (got.IsSuccess() && !findItself(entries, MarkUrl())))
+            return Lose(*answer);
+        if (!got.IsSuccess())
+            return Refuse(got, *answer, code::ServerError);
+        handler();
+    });
+}
+
+void CDavSession::Refuse(const SDavAnswer& got, CAnswerBase& answer, QLatin1String missing)
+{
+    if (got.outcome == SDavAnswer::EOutcome::Silent)
+        return answer.TimeOut();
+    if (got.outcome == SDavAnswer::EOutcome::Broken)
+        return answer.Fail(got.error);
+    if (got.status == 401)
+        return Lose(answer);
+    const bool hasError = got.error != QNetworkReply::NoError;
+    answer.Refuse({codeOf(got.status, missing), hasError ? got.error : QNetworkReply::UnknownContentError});
+}
+
+void CDavSession::Lose(CAnswerBase& answer)
+{
+    m_lost();
+    answer.Refuse({code::NotLoggedIn, QNetworkReply::AuthenticationRequiredError});
+}
+
+}  // namespace nuvs

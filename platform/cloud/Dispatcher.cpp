@@ -1,0 +1,177 @@
+#include "Dispatcher.h"
+
+#include "AccountAddress.h"
+#include "LocalStorage.h"
+#include "RemoteName.h"
+#include "Settings.h"
+#include "WebDavStorage.h"
+
+#include <algorithm>
+
+namespace nuvs {
+
+namespace {
+
+constexpr auto NotPermitted = QNetworkReply::ContentOperationNotPermittedError;
+
+bool isFolder(const QString& id, CAnswerBase& answer)
+{
+    if (!IsRemoteId(id))
+        answer.Refuse({code::PathInvalid, NotPermitted});
+    return IsRemoteId(id);
+}
+
+bool isEntry(const QString& id, CAnswerBase& answer)
+{
+    if (id.isEmpty())
+        answer.Refuse({code::FilePathEmpty, NotPermitted});
+    return !id.isEmpty() && isFolder(id, answer);
+}
+
+bool isNewName(const QString& name, CAnswerBase& answer)
+{
+    if (name.isEmpty())
+        answer.Refuse({code::FolderNameEmpty, NotPermitted});
+    else if (!IsRemoteName(name))
+        answer.Refuse({code::PathInvalid, NotPermitted});
+    return IsRemoteName(name);
+}
+
+}  // namespace
+
+void CDispatcher::Login(const SLogin& login, const AnswerPtr<NUVSLoginInfo>& answer)
+{
+    answer->Start();
+    m_logins.push_back({login, answer});
+    StartNextLogin();
+}
+
+void CDispatcher::StartNextLogin()
+{
+    while (!m_isLoginRunning && !m_logins.empty()) {
+        const SWaitingLogin next = m_logins.front();
+        m_logins.pop_front();
+        StartLogin(next.login, next.answer);
+    }
+}
+
+void CDispatcher::StartLogin(const SLogin& login, const AnswerPtr<NUVSLoginInfo>& answer)
+{
+    SAccount account{login.user, login.password, {}, login.product, login.version, false};
+    if (m_isShutDown || login.logouts != m_state.Logouts())
+        return answer->Fail(QNetworkReply::OperationCanceledError);
+    if (!ReadAddress(login.address, CloudSettings(), account))
+        return answer->Refuse({code::PathInvalid, {}});
+    if (m_storage && m_state.IsOpen() && !m_account.IsSameAs(account))
+        return answer->Refuse({code::OtherAccount, {}});
+    m_isLoginRunning = true;
+    // Not at once: the login that ends is still on the stack.
+    answer->WhenEnded([this] {
+        m_isLoginRunning = false;
+        QMetaObject::invokeMethod(
+            this, [this] { StartNextLogin(); }, Qt::QueuedConnection);
+    });
+    const std::shared_ptr<IStorage> storage = MakeStorage(account);
+    storage->Open(answer, [this, account, logouts = login.logouts, storage, answer] {
+        Opened(account, logouts, storage, answer);
+    });
+}
+
+std::shared_ptr<IStorage> CDispatcher::MakeStorage(const SAccount& account)
+{
+    const LostFunction lost = [this](const IStorage& storage) { Lost(storage); };
+    std::shared_ptr<IStorage> storage;
+    if (account.address.isLocalFile())
+        storage = std::make_shared<CLocalStorage>(account, lost);
+    else
+        storage = std::make_shared<CWebDavStorage>(account, lost);
+    const auto isGone = [](const std::weak_ptr<IStorage>& other) { return other.expired(); };
+    m_storages.erase(std::remove_if(m_storages.begin(), m_storages.end(), isGone), m_storages.end());
+    m_storages.push_back(storage);
+    return storage;
+}
+
+void CDispatcher::Opened(const SAccount& account, unsigned logouts, const std::shared_ptr<IStorage>& storage,
+                         const AnswerPtr<NUVSLoginInfo>& answer)
+{
+    if (!m_state.Open(logouts)) {
+        storage->Close(nullptr);
+        return answer->Fail(QNetworkReply::OperationCanceledError);
+    }
+    m_account = account;
+    m_account.password.clear();
+    m_storage = storage;
+    NUVSLoginInfo info;
+    info.success = true;
+    answer->Finish(info);
+}
+
+void CDispatcher::Lost(const IStorage& storage)
+{
+    if (&storage != m_storage.get())
+        return;
+    m_state.Lose();
+    m_storage.reset();
+}
+
+void CDispatcher::Logout(const AnswerPtr<NUVSLogoutInfo>& answer)
+{
+    answer->Start();
+    if (const std::shared_ptr<IStorage> storage = std::exchange(m_storage, nullptr))
+        storage->Close(answer);
+    else
+        answer->Finish({});
+}
+
+bool CDispatcher::HasSession(CAnswerBase& answer) const
+{
+    answer.Start();
+    if (!m_storage)
+        answer.Refuse({code::NotLoggedIn, {}});
+    return m_storage != nullptr;
+}
+
+void CDispatcher::Children(const QString& id, const AnswerPtr<NUVSCloudChildren>& answer)
+{
+    if (HasSession(*answer) && isFolder(id, *answer))
+        m_storage->Children(id, answer);
+}
+
+void CDispatcher::CreateFolder(const QString& name, const QString& parent,
+                               const AnswerPtr<NUVSCloudCreateFolder>& answer)
+{
+    if (HasSession(*answer) && isNewName(name, *answer) && isFolder(parent, *answer))
+        m_storage->CreateFolder(name, parent, answer);
+}
+
+void CDispatcher::Upload(const QString& folder, const QString& localPath, const AnswerPtr<NUVSCloudUploadFile>& answer)
+{
+    if (HasSession(*answer) && isFolder(folder, *answer))
+        m_storage->Upload(folder, localPath, answer);
+}
+
+void CDispatcher::Download(const QString& id, const QString& localPath, const AnswerPtr<NUVSBaseInfo>& answer)
+{
+    if (HasSession(*answer) && isEntry(id, *answer))
+        m_storage->Download(id, localPath, answer);
+}
+
+void CDispatcher::Delete(const QString& id, const AnswerPtr<NUVSCloudDelFile>& answer)
+{
+    if (HasSession(*answer) && isEntry(id, *answer))
+        m_storage->Delete(id, answer);
+}
+
+void CDispatcher::Shutdown()
+{
+    m_isShutDown = true;
+    m_state.Logout();
+    m_storage.reset();
+    for (const std::weak_ptr<IStorage>& weak : std::exchange(m_storages, {})) {
+        if (const std::shared_ptr<IStorage> storage = weak.lock())
+            storage->Abort();
+    }
+    m_logins.clear();
+}
+
+}  // namespace nuvs

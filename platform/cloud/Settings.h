@@ -1,0 +1,10 @@
+#pragma once
+
+#include <nuvs/NUVSCloudSettings.h>
+
+namespace nuvs {
+
+/// What was set last. Any thread.
+NUVSCloudSettings CloudSettings();
+
+}  // namespace nuvs
