@@ -57,6 +57,9 @@ bool ReadAddress(const QString& address, const NUVSCloudSettings& settings, SAcc
     if (!isFollowed(url))
         return false;
     account.address = url.adjusted(QUrl::NormalizePathSegments | QUrl::StripTrailingSlash);
+    // One writing for the same place: accounts are compared.
+    if (account.address.path() == QLatin1String("/"))
+        account.address.setPath({});
     return true;
 }
 

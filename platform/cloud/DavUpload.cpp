@@ -16,6 +16,12 @@ namespace {
 // Sending so much twice is worth a question before.
 constexpr qint64 Large = 1 << 20;
 
+// How Apache answers to the address of a folder without "/" at its end.
+bool isRedirection(const SDavAnswer& got)
+{
+    return got.IsAnswered() && got.status >= 300 && got.status < 400;
+}
+
 bool isRefusedMove(const SDavAnswer& got)
 {
     return got.IsAnswered() && (got.status == 405 || got.status == 501);
@@ -71,8 +77,7 @@ void CDavUpload::PutDone(const SDavAnswer& got)
     if (!got.IsSuccess())
         return GiveUp(got, m_staging);
     if (!IsUnchanged())
-        return Clean(m_staging,
-                     [self = shared_from_this()] { self->m_answer->Fail(QNetworkReply::UnknownContentError); });
+        return FailAfterCleaning(m_staging, QNetworkReply::UnknownContentError);
     Move(m_session->IsKnownFile(m_id));
 }
 
@@ -90,8 +95,8 @@ void CDavUpload::Move(bool replaces)
 void CDavUpload::MoveDone(const SDavAnswer& got, bool replaces)
 {
     if (got.status == 201 || got.status == 204)
-        return Finish({});
-    if (got.status == 412 && !replaces)
+        return Finish();
+    if (!replaces && (got.status == 412 || isRedirection(got)))
         return MoveOverFile();
     if (!isRefusedMove(got))
         return GiveUp(got, m_staging);
@@ -103,10 +108,11 @@ void CDavUpload::MoveDone(const SDavAnswer& got, bool replaces)
 void CDavUpload::MoveOverFile()
 {
     const auto look = [self = shared_from_this()](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
+        const auto isFolder = [](const SDavEntry& entry) { return entry.isFolder; };
+        if (isRedirection(got) || std::any_of(entries.cbegin(), entries.cend(), isFolder))
+            return self->FailForFolder(self->m_staging);
         if (!got.IsSuccess() && got.status != 404)
             return self->GiveUp(got, self->m_staging);
-        if (std::any_of(entries.cbegin(), entries.cend(), [](const SDavEntry& entry) { return entry.isFolder; }))
-            return self->GiveUpForFolder(self->m_staging);
         self->Move(true);
     };
     m_session->Look(m_session->FileUrlOf(m_id), 0, m_answer, look);
@@ -120,16 +126,15 @@ void CDavUpload::PutDirectly()
 void CDavUpload::PutDirectlyDone(const SDavAnswer& got)
 {
     if (got.IsSuccess() && IsUnchanged())
-        return Finish({});
+        return Finish();
     if (got.IsSuccess())
-        return Clean(m_session->FileUrlOf(m_id),
-                     [self = shared_from_this()] { self->m_answer->Fail(QNetworkReply::UnknownContentError); });
+        return FailAfterCleaning(m_session->FileUrlOf(m_id), QNetworkReply::UnknownContentError);
     if (!got.IsAnswered())
         return GiveUp(got, m_session->FileUrlOf(m_id));
     // What was refused has changed nothing; a folder of that name is a reason.
     const auto look = [self = shared_from_this(), got](const SDavAnswer& looked, const QVector<SDavEntry>& entries) {
         if (looked.IsSuccess() && entries.size() == 1 && entries[0].isFolder)
-            return self->GiveUpForFolder({});
+            return self->FailForFolder({});
         self->GiveUp(got, {});
     };
     m_session->Look(m_session->FolderUrlOf(m_id), 0, m_answer, look);
@@ -159,9 +164,15 @@ void CDavUpload::GiveUp(const SDavAnswer& got, const QUrl& left)
     });
 }
 
-void CDavUpload::GiveUpForFolder(const QUrl& left)
+// The name is taken.
+void CDavUpload::FailForFolder(const QUrl& left)
 {
-    Clean(left, [self = shared_from_this()] { self->Finish(code::AlreadyExists); });
+    FailAfterCleaning(left, QNetworkReply::ContentConflictError);
+}
+
+void CDavUpload::FailAfterCleaning(const QUrl& left, QNetworkReply::NetworkError error)
+{
+    Clean(left, [self = shared_from_this(), error] { self->m_answer->Fail(error); });
 }
 
 void CDavUpload::Clean(const QUrl& left, const std::function<void()>& done)
@@ -174,15 +185,13 @@ void CDavUpload::Clean(const QUrl& left, const std::function<void()>& done)
     m_session->Connection().Send(order, nullptr, [self = shared_from_this(), done](const SDavAnswer&) { done(); });
 }
 
-void CDavUpload::Finish(QLatin1String code)
+void CDavUpload::Finish()
 {
     NUVSCloudUploadFile sent;
-    sent.code = code;
     sent.id = m_id;
     sent.name = NamesOf(m_id).last();
     sent.size = m_size;
-    if (sent.code.isEmpty())
-        m_session->LearnFile(m_id);
+    m_session->LearnFile(m_id);
     m_answer->Finish(sent);
 }
 

@@ -26,9 +26,10 @@ private:
     void PutDirectlyDone(const SDavAnswer& got);
     void Send(const QUrl& url, void (CDavUpload::*done)(const SDavAnswer&));
     void GiveUp(const SDavAnswer& got, const QUrl& left);
-    void GiveUpForFolder(const QUrl& left);
+    void FailForFolder(const QUrl& left);
+    void FailAfterCleaning(const QUrl& left, QNetworkReply::NetworkError error);
     void Clean(const QUrl& left, const std::function<void()>& done);
-    void Finish(QLatin1String code);
+    void Finish();
 
     const DavSessionPtr m_session;
     const QString m_path;

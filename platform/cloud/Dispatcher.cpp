@@ -71,10 +71,23 @@ void CDispatcher::StartLogin(const SLogin& login, const AnswerPtr<NUVSLoginInfo>
         QMetaObject::invokeMethod(
             this, [this] { StartNextLogin(); }, Qt::QueuedConnection);
     });
-    const std::shared_ptr<IStorage> storage = MakeStorage(account);
-    storage->Open(answer, [this, account, logouts = login.logouts, storage, answer] {
+    if (!m_storage || m_account.password != account.password)
+        return Open(account, login.logouts, answer);
+    // Whoever logs in again (a dialog does each time it is opened) does not end what this session has under way.
+    const std::shared_ptr<IStorage> storage = m_storage;
+    storage->Verify(answer, [this, account, logouts = login.logouts, storage, answer](bool isThere) {
+        if (!isThere || storage != m_storage)
+            return Open(account, logouts, answer);
         Opened(account, logouts, storage, answer);
     });
+}
+
+void CDispatcher::Open(const SAccount& account, unsigned logouts, const AnswerPtr<NUVSLoginInfo>& answer)
+{
+    if (logouts != m_state.Logouts())
+        return answer->Fail(QNetworkReply::OperationCanceledError);
+    const std::shared_ptr<IStorage> storage = MakeStorage(account);
+    storage->Open(answer, [this, account, logouts, storage, answer] { Opened(account, logouts, storage, answer); });
 }
 
 std::shared_ptr<IStorage> CDispatcher::MakeStorage(const SAccount& account)
@@ -99,7 +112,6 @@ void CDispatcher::Opened(const SAccount& account, unsigned logouts, const std::s
         return answer->Fail(QNetworkReply::OperationCanceledError);
     }
     m_account = account;
-    m_account.password.clear();
     m_storage = storage;
     NUVSLoginInfo info;
     info.success = true;
@@ -111,16 +123,23 @@ void CDispatcher::Lost(const IStorage& storage)
     if (&storage != m_storage.get())
         return;
     m_state.Lose();
+    Forget();
+}
+
+void CDispatcher::Forget()
+{
+    m_account = {};
     m_storage.reset();
 }
 
 void CDispatcher::Logout(const AnswerPtr<NUVSLogoutInfo>& answer)
 {
     answer->Start();
-    if (const std::shared_ptr<IStorage> storage = std::exchange(m_storage, nullptr))
-        storage->Close(answer);
-    else
-        answer->Finish({});
+    const std::shared_ptr<IStorage> storage = m_storage;
+    Forget();
+    if (!storage)
+        return answer->Finish({});
+    storage->Close(answer);
 }
 
 bool CDispatcher::HasSession(CAnswerBase& answer) const
@@ -166,7 +185,7 @@ void CDispatcher::Shutdown()
 {
     m_isShutDown = true;
     m_state.Logout();
-    m_storage.reset();
+    Forget();
     for (const std::weak_ptr<IStorage>& weak : std::exchange(m_storages, {})) {
         if (const std::shared_ptr<IStorage> storage = weak.lock())
             storage->Abort();

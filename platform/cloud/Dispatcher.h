@@ -46,10 +46,12 @@ private:
 
     void StartNextLogin();
     void StartLogin(const SLogin& login, const AnswerPtr<NUVSLoginInfo>& answer);
+    void Open(const SAccount& account, unsigned logouts, const AnswerPtr<NUVSLoginInfo>& answer);
     std::shared_ptr<IStorage> MakeStorage(const SAccount& account);
     void Opened(const SAccount& account, unsigned logouts, const std::shared_ptr<IStorage>& storage,
                 const AnswerPtr<NUVSLoginInfo>& answer);
     void Lost(const IStorage& storage);
+    void Forget();
     bool HasSession(CAnswerBase& answer) const;
 
     CLoginState& m_state;

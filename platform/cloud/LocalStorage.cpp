@@ -130,6 +130,11 @@ void CLocalStorage::Open(const AnswerPtr<NUVSLoginInfo>& answer, const std::func
     opened();
 }
 
+void CLocalStorage::Verify(const AnswerPtr<NUVSLoginInfo>& /*answer*/, const std::function<void(bool isThere)>& handler)
+{
+    handler(QFileInfo(MarkPath()).isDir());
+}
+
 void CLocalStorage::Close(const AnswerPtr<NUVSLogoutInfo>& answer)
 {
     removeEntry(MarkPath());
@@ -194,14 +199,11 @@ void CLocalStorage::Staged(const QString& staging, const QString& id, qint64 siz
     sent.id = id;
     sent.name = NamesOf(id).last();
     sent.size = size;
-    if (IsFolder(id))
-        sent.code = code::AlreadyExists;
-    else if (renameFile(staging, PathOf(id)))
+    const bool isTaken = IsFolder(id);
+    if (!isTaken && renameFile(staging, PathOf(id)))
         return answer->Finish(sent);
     QFile::remove(staging);
-    if (sent.code.isEmpty())
-        return answer->Fail(QNetworkReply::ContentAccessDenied);
-    answer->Finish(sent);
+    answer->Fail(isTaken ? QNetworkReply::ContentConflictError : QNetworkReply::ContentAccessDenied);
 }
 
 void CLocalStorage::Download(const QString& id, const QString& localPath, const AnswerPtr<NUVSBaseInfo>& answer)

@@ -14,6 +14,7 @@ public:
     CLocalStorage(const SAccount& account, LostFunction lost);
 
     void Open(const AnswerPtr<NUVSLoginInfo>& answer, const std::function<void()>& opened) override;
+    void Verify(const AnswerPtr<NUVSLoginInfo>& answer, const std::function<void(bool isThere)>& handler) override;
     void Close(const AnswerPtr<NUVSLogoutInfo>& answer) override;
     void Children(const QString& id, const AnswerPtr<NUVSCloudChildren>& answer) override;
     void CreateFolder(const QString& name, const QString& parent,

@@ -29,6 +29,8 @@ public:
 
     /// Leaves the session's mark and takes away others'; calls `opened` when that was done, else ends the answer.
     virtual void Open(const AnswerPtr<NUVSLoginInfo>& answer, const std::function<void()>& opened) = 0;
+    /// Asks whether the mark is still there; no answer to that ends the login's.
+    virtual void Verify(const AnswerPtr<NUVSLoginInfo>& answer, const std::function<void(bool isThere)>& handler) = 0;
     /// Takes the mark away. The answer may be null.
     virtual void Close(const AnswerPtr<NUVSLogoutInfo>& answer) = 0;
     virtual void Children(const QString& id, const AnswerPtr<NUVSCloudChildren>& answer) = 0;

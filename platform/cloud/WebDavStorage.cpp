@@ -70,6 +70,16 @@ void CWebDavStorage::Open(const AnswerPtr<NUVSLoginInfo>& answer, const std::fun
     std::make_shared<CDavLogin>(Session(), answer, opened)->Start();
 }
 
+void CWebDavStorage::Verify(const AnswerPtr<NUVSLoginInfo>& answer, const std::function<void(bool isThere)>& handler)
+{
+    const auto look = [session = Session(), answer, handler](const SDavAnswer& got, const QVector<SDavEntry>&) {
+        if (!got.IsAnswered())
+            return session->Refuse(got, *answer, code::ServerError);
+        handler(got.IsSuccess());
+    };
+    m_session.Look(m_session.MarkUrl(), 0, answer, look);
+}
+
 void CWebDavStorage::Close(const AnswerPtr<NUVSLogoutInfo>& answer)
 {
     SDavOrder order;
