@@ -17,7 +17,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QToolButton>
@@ -162,32 +161,6 @@ private slots:
                 QVERIFY2(room.contains(control->geometry()), qPrintable(control->objectName()));
                 QVERIFY2(control->height() >= control->minimumSizeHint().height(), qPrintable(control->objectName()));
             }
-        }
-    }
-
-    void sizesAreFixed()
-    {
-        const CAppearanceDynamicEditor& editor = *m_fixture->editor;
-        QVERIFY(!editor.isEnabled());
-        QCOMPARE(editor.minimumWidth(), 290);
-        QCOMPARE(editor.maximumWidth(), 290);
-        QCOMPARE(editor.minimumHeight(), 440);
-        m_fixture->edit(m_fixture->add("Generic", "sized"));
-        QVERIFY(editor.isEnabled());
-        const auto* panel = m_fixture->find<CDynamicWidget>("");
-        for (const QWidget* holder : QList<const QWidget*>{&editor, panel->parentWidget()})
-            QCOMPARE(holder->layout()->spacing(), 0);
-        QCOMPARE(m_fixture->find<QWidget>("diffuse_texture")->maximumHeight(), 60);
-        QCOMPARE(m_fixture->find<QWidget>("diffuse_texture")->minimumSize(), QSize(150, 60));
-
-        CDynamicWidget widget(m_fixture->manager(), m_fixture->library(), nullptr);
-        for (const auto& [children, height] : {std::pair(0, 45), {3, 135}, {7, 255}}) {
-            const kiv::String id = std::to_string(children);
-            widget.BuildGroup({{{"id", id}}, Elements(std::size_t(children))}, {});
-            const auto* group = widget.findChild<CGroupBoxCtrl*>(QString::fromStdString(id));
-            QCOMPARE(group->minimumHeight(), height);
-            QCOMPARE(group->maximumHeight(), height);
-            QVERIFY(!group->isCheckable());
         }
     }
 

@@ -269,25 +269,6 @@ private slots:
         QCOMPARE(control.GetTypedValue(), path.toStdString());
     }
 
-    void imageOffersItsButtons()
-    {
-        CImageCtrl control("image", nullptr);
-        QStringList asked;
-        connect(&control, &CImageCtrl::GenerateNormalMap, [&](CImageCtrl* by) { asked += by->objectName(); });
-        control.AddNormalMapButton();
-        control.AddNormalMapButton();
-        const auto buttons = control.findChildren<QToolButton*>();
-        QCOMPARE(buttons.size(), 2);
-        const QToolButton* choose = buttons[0];
-        QCOMPARE(choose->text() + choose->toolTip(), QString("...Select image"));
-        QCOMPARE(choose->maximumSize(), QSize(25, 25));
-        QToolButton* normalMap = buttons[1];
-        QCOMPARE(normalMap->text() + normalMap->toolTip(), QString("<>Auto generate bump image"));
-        QCOMPARE(normalMap->minimumSize(), QSize(20, 20));
-        QTest::mousePress(normalMap, Qt::LeftButton);
-        QCOMPARE(asked, QStringList("image"));
-    }
-
     void thumbnailAsksForThePlacementOrForAPicture()
     {
         m_fixture.write("textures/a.png", makePicture(Qt::blue, "PNG"));

@@ -6,6 +6,7 @@
 #include <TextureSceneWidget.h>
 
 #include <MaterialTest.h>
+#include <Measured.h>
 #include <ModalMeeting.h>
 
 #include <kiv/TextureTransform.h>
@@ -14,7 +15,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
-#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 
@@ -113,8 +113,6 @@ private slots:
     void dialogShowsThePlacement()
     {
         const auto dialog = openDialog();
-        QCOMPARE(dialog->size(), QSize(332, 555));
-        QCOMPARE(dialog->windowTitle(), QString(u8"纹理编辑器"));
         QStringList values;
         for (const char* name : {"rotation", "sampleWidth", "sampleHeight", "offsetX", "offsetY"})
             values += QString::number(number(*dialog, name)->value());
@@ -123,19 +121,6 @@ private slots:
         QVERIFY(!dialog->findChild<QCheckBox*>("checkBox_FlipV")->isChecked());
         QCOMPARE(dialog->findChild<QComboBox*>("repeatHorizontal")->currentIndex(), 1);
         QCOMPARE(dialog->findChild<QComboBox*>("repeatVertical")->currentIndex(), 2);
-        QCOMPARE(dialog->findChild<QComboBox*>("repeatVertical")->count(), 3);
-        for (const auto& [name, text] : {std::pair("labelSource", u8"wall.png"),
-                                         {"widthUnit", "mm"},
-                                         {"heigthUnit", "mm"},
-                                         {"labelWidth", u8"宽度(mm)"},
-                                         {"labelHeight", u8"高度(mm)"},
-                                         {"labelOffsetX", u8"横向(mm)"},
-                                         {"labelOffsetY", u8"纵向(mm)"}})
-            QCOMPARE(dialog->findChild<QLabel*>(name)->text(), QString(text));
-        for (const char* name : {"sampleWidth", "sampleHeight"}) {
-            QCOMPARE(number(*dialog, name)->minimum(), 0.001);
-            QCOMPARE(number(*dialog, name)->maximum(), 10000.0);
-        }
     }
 
     void numbersPlaceTheCopy_data()
@@ -191,13 +176,12 @@ private slots:
         QTRY_VERIFY(scene->GetViewer() && scene->GetPreviewNode()->GetRenderable());
         const auto picture = [&] {
             constexpr int side = 64;
-            const auto image = scene->GetViewer()->Snapshot(side, side);
-            return image ? QByteArray(reinterpret_cast<const char*>(image->GetData()), side * side * 4) : QByteArray();
+            return pictureOf(*scene->GetViewer(), side, side);
         };
         for (const char* size : {"sampleWidth", "sampleHeight"})
             typeAnew(*number(*dialog, size), "0.3");  // small enough to be repeated
-        QByteArray seen = picture();
-        QVERIFY(!seen.isEmpty());
+        QImage seen = picture();
+        QVERIFY(!seen.isNull());
         // Mirrored on each side of zero, or clamped, a texture may not be changed by mirroring.
         const std::pair<const char*, Qt::Key> changes[] = {
             {"repeatHorizontal", Qt::Key_Home}, {"repeatVertical", Qt::Key_Home},  {"rotation", Qt::Key_PageUp},
@@ -206,7 +190,7 @@ private slots:
             {"repeatHorizontal", Qt::Key_End},  {"repeatVertical", Qt::Key_End}};
         for (const auto& [name, key] : changes) {
             QTest::keyClick(dialog->findChild<QWidget*>(name), key);
-            const QByteArray now = picture();
+            const QImage now = picture();
             QVERIFY2(now != seen, name);
             seen = now;
         }
