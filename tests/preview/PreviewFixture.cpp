@@ -3,6 +3,8 @@
 #include <PreviewBodies.h>
 #include <PreviewSkybox.h>
 
+#include <Measured.h>
+
 #include <QFile>
 
 PreviewFixture::PreviewFixture()
@@ -116,6 +118,5 @@ void PreviewFixture::setModified(const QString& path, const QDateTime& time)
 
 QImage PreviewFixture::picture(int width, int height)
 {
-    const kiv::CImagePtr image = m_viewer.Snapshot(width, height);
-    return image ? QImage(image->GetData(), width, height, QImage::Format_RGBA8888).copy() : QImage();
+    return pictureOf(m_viewer, width, height);
 }

@@ -1,5 +1,6 @@
 // What is missing, broken or out of range: a picture all the same, and a reason where one is due.
 #include "MaterialTest.h"
+#include "Measured.h"
 #include "PreviewFixture.h"
 #include "TestFiles.h"
 
@@ -9,7 +10,6 @@
 #include <PreviewSkybox.h>
 
 #include <limits>
-#include <unistd.h>
 
 namespace {
 
@@ -36,15 +36,6 @@ bool contains(const std::string& text, const QString& part)
 kiv::CSkybox::Faces shippedFaces()
 {
     return PreviewSkyboxFaces(PreviewFixture::shippedSky().toStdWString()).value();
-}
-
-/// The memory of this process that is in use, in MB.
-double residentMegabytes()
-{
-    QFile file("/proc/self/statm");
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    return file.readAll().split(' ').at(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
 }  // namespace
@@ -264,21 +255,6 @@ private slots:
             for (const char* texture : {"diffuse_texture", "bump_texture"})
                 check(texture, kiv::MakePropertyValue(transform));
         }
-    }
-
-    void refusesWhatIsNotFinite()
-    {
-        kiv::CStateSet stateSet;
-        QVERIFY(stateSet.SetUniform("roughness", 0.25F));
-        for (const float bad : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
-            kiv::CMatrix3<float> matrix;
-            matrix(1, 2) = bad;
-            QVERIFY(!stateSet.SetUniform("roughness", bad));
-            QVERIFY(!stateSet.SetUniform("baseColor", kiv::CVec4<float>(0, 0, 0, bad)));
-            QVERIFY(!stateSet.SetUniform("baseTrf", matrix));
-        }
-        QCOMPARE(stateSet.GetUniforms().size(), std::size_t(1));
-        QCOMPARE(stateSet.Get("roughness", 0.0F), 0.25F);
     }
 
     void windowsThatShowNothing()

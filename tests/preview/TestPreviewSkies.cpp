@@ -56,25 +56,6 @@ private slots:
         QCOMPARE(preview.viewer().GetReason(), std::string());
     }
 
-    void facesOfDifferentSizes()
-    {
-        QTemporaryDir folder;
-        PreviewFixture::makeSky(folder.path(), [](const QString&) { return Qt::blue; });
-        int side = 1;
-        for (const char* name : {"back", "front", "left", "right", "top"}) {
-            PreviewFixture::writePicture(PreviewFixture::skyFace(folder.path(), name), {side, side + 5}, Qt::blue,
-                                         Qt::blue);
-            side *= 4;
-        }
-        PreviewFixture preview;
-        preview.setSky(folder.path());
-        for (int viewPoint = kiv::CCamera::ViewIsometric; viewPoint <= kiv::CCamera::ViewBottom; ++viewPoint) {
-            preview.viewer().SetViewPoint(viewPoint);
-            QCOMPARE(preview.picture(Width, Height).pixelColor(Corner), QColor(Qt::blue));
-        }
-        QCOMPARE(preview.viewer().GetReason(), std::string());
-    }
-
     void facesReplacedOnDisk()
     {
         QTemporaryDir folder;

@@ -1,5 +1,6 @@
 // What decides how a surface looks, one thing at a time.
 #include "MaterialTest.h"
+#include "Measured.h"
 #include "PreviewFixture.h"
 
 #include <PreviewBodies.h>
@@ -34,9 +35,9 @@ kiv::CVisualNodePtr node(const kiv::CPrimitiveRenderablePtr& renderable, const C
     return made;
 }
 
-QColor middleOf(PreviewFixture& preview)
+QColor middleOf(const QImage& picture)
 {
-    return preview.picture(Side, Side).pixelColor(Side / 2, Side / 2);
+    return picture.pixelColor(Side / 2, Side / 2);
 }
 
 }  // namespace
@@ -67,11 +68,9 @@ private slots:
         viewer.GetScene().GetRoot()->AddChild(redIsFirst ? blue : red);
         viewer.SetViewPoint(viewPoint);
         viewer.ZoomAll();
-        const kiv::CImagePtr picture = viewer.Snapshot(Side, Side);
-        QVERIFY(picture);
-        const unsigned char* middle = picture->GetData() + (Side / 2 * Side + Side / 2) * 4;
+        const QColor middle = middleOf(pictureOf(viewer, Side, Side));
         const bool fromFront = viewPoint == kiv::CCamera::ViewFront;
-        const int nearer = middle[fromFront ? 0 : 2], farther = middle[fromFront ? 2 : 0];
+        const int nearer = fromFront ? middle.red() : middle.blue(), farther = fromFront ? middle.blue() : middle.red();
         QVERIFY2(nearer > farther + 40 && farther > 40, qPrintable(QString("%1 over %2").arg(nearer).arg(farther)));
     }
 
@@ -111,7 +110,7 @@ private slots:
             stateSet->SetUniform(uniform.toStdString(), value);
             stateSet->SetTransparent(true);
             preview.node()->SetStateSet(stateSet.get());
-            return qGray(middleOf(preview).rgb());
+            return qGray(middleOf(preview.picture(Side, Side)).rgb());
         };
         const int below = middle(low), above = middle(high);
         QVERIFY2(above > below + 5, qPrintable(QString("%1, then %2").arg(below).arg(above)));
@@ -155,7 +154,7 @@ private slots:
         std::copy(transform.cbegin(), transform.cend(), matrix.m.begin());
         material->GetBumpTexture()->SetProperty("transform", kiv::MakePropertyValue(matrix));
         preview.setMaterial(material);
-        const QColor seen = middleOf(preview);
+        const QColor seen = middleOf(preview.picture(Side, Side));
         const int most = qMax(seen.red(), qMax(seen.green(), seen.blue()));
         const int least = qMin(seen.red(), qMin(seen.green(), seen.blue()));
         const QString lit = most - least < 40      ? "from below"
