@@ -7,14 +7,6 @@
 
 #include <limits>
 
-class TestClosedSurface : public MaterialTest {
-    Q_OBJECT
-
-private slots:
-    void isKnown_data();
-    void isKnown();
-};
-
 namespace {
 
 using kiv::CTriangleMesh;
@@ -71,29 +63,32 @@ CTriangleMesh both(CTriangleMesh a, const CTriangleMesh& b)
 
 Q_DECLARE_METATYPE(kiv::CTriangleMesh)
 
-void TestClosedSurface::isKnown_data()
-{
-    QTest::addColumn<CTriangleMesh>("mesh");
-    QTest::addColumn<bool>("isClosed");
-    QTest::newRow("box") << box() << true;
-    QTest::newRow("sphere, whose seam and poles have several corners at a place") << sphere() << true;
-    QTest::newRow("cylinder") << cylinder() << true;
-    QTest::newRow("two boxes that share a side") << both(box(), box(1)) << true;
-    QTest::newRow("nothing") << CTriangleMesh() << false;
-    QTest::newRow("a triangle is missing") << open(sphere()) << false;
-    QTest::newRow("inside out") << insideOut(box()) << false;
-    QTest::newRow("one of two inside out") << both(box(), insideOut(box(3))) << false;
-    QTest::newRow("no number") << withoutNumber(box()) << false;
-}
+class TestClosedSurface : public MaterialTest {
+    Q_OBJECT
 
-void TestClosedSurface::isKnown()
-{
-    QFETCH(CTriangleMesh, mesh);
-    QFETCH(bool, isClosed);
-    kiv::CPrimitiveRenderable renderable;
-    renderable.SetMesh(mesh);
-    QCOMPARE(kiv::IsClosedSurface(renderable), isClosed);
-}
+private slots:
+    void isKnown_data()
+    {
+        const auto row = testColumns<CTriangleMesh, bool>("mesh", "isClosed");
+        row("box", box(), true);
+        row("sphere, whose seam and poles have several corners at a place", sphere(), true);
+        row("cylinder", cylinder(), true);
+        row("two boxes that share a side", both(box(), box(1)), true);
+        row("nothing", {}, false);
+        row("a triangle is missing", open(sphere()), false);
+        row("inside out", insideOut(box()), false);
+        row("one of two inside out", both(box(), insideOut(box(3))), false);
+        row("no number", withoutNumber(box()), false);
+    }
+
+    void isKnown()
+    {
+        QFETCH(CTriangleMesh, mesh);
+        kiv::CPrimitiveRenderable renderable;
+        renderable.SetMesh(mesh);
+        QTEST(kiv::IsClosedSurface(renderable), "isClosed");
+    }
+};
 
 MATERIAL_TEST_MAIN(TestClosedSurface)
 #include "TestClosedSurface.moc"
