@@ -289,15 +289,6 @@ private slots:
         QCOMPARE(RowIds(*browser), QStringList({"a", "d", "f"}));
     }
 
-    void tableSelectsSeveralFavourites()
-    {
-        const auto browser = m_fixture.MakeBrowserOf("Favorite Library");
-        QCOMPARE(browser->GetTableWidget()->selectionMode(), QAbstractItemView::MultiSelection);
-        browser->GetTreeWidget()->clear();
-        browser->AddLibrary(m_fixture.MakeLibrary("System Library", BrowserFixture::Samples()));
-        QCOMPARE(browser->GetTableWidget()->selectionMode(), QAbstractItemView::SingleSelection);
-    }
-
 private:
     BrowserFixture m_fixture;
 };
