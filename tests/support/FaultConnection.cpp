@@ -68,6 +68,8 @@ CFaultConnection::CFaultConnection(int descriptor, CFaultScript& script, const C
 
 void CFaultConnection::Run()
 {
+    // A body that is cut must have reached the peer by then: one that has seen nothing yet would just ask again.
+    m_socket.KeepStep();
     while (ServeOne()) {
     }
     Shutdown();
@@ -81,8 +83,10 @@ bool CFaultConnection::ServeOne()
     m_request = m_script.Begin(
         {request.method, request.path, 0, request.headers.contains("authorization"), request.Header("range")});
     const auto fault = m_script.Take(request.method, request.path);
-    if (fault && fault->kind == CFault::Hang)
+    if (fault && fault->kind == CFault::Hang) {
         m_script.WaitToGoOn();
+        return false;
+    }
     if (!ReadBody(request))
         return false;
     if (!fault)
@@ -131,8 +135,6 @@ CHttpAnswer CFaultConnection::Duty(const CHttpRequest& request) const
 bool CFaultConnection::Misbehave(const CHttpRequest& request, const CFault& fault)
 {
     switch (fault.kind) {
-    case CFault::Hang:
-        return Send(Duty(request));
     case CFault::Close:
         return false;
     case CFault::Status:

@@ -14,7 +14,7 @@
 struct CFault {
     enum Kind {
         Status,       ///< answers `status`, with `text` as the body
-        Hang,         ///< reads no body and answers nothing until the script goes on; then does its duty
+        Hang,         ///< reads no body and does nothing until the script goes on; then closes
         HangInBody,   ///< sends half of the honest answer's body, the rest when the script goes on
         Close,        ///< closes the connection; nothing is done
         CloseAfter,   ///< does its duty, and closes the connection without an answer

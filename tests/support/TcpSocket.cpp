@@ -53,6 +53,12 @@ bool CTcpSocket::Write(const QByteArray& bytes)
     return true;
 }
 
+void CTcpSocket::KeepStep()
+{
+    const int bytes = 16 * 1024;
+    setsockopt(m_descriptor, SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes);
+}
+
 void CTcpSocket::Shutdown()
 {
     shutdown(m_descriptor, SHUT_RDWR);

@@ -22,6 +22,8 @@ public:
     /// What has come, waiting for the first byte; empty when the peer has gone or after Shutdown().
     QByteArray Read();
     bool Write(const QByteArray& bytes);
+    /// What is written does not run far ahead of what the peer reads.
+    void KeepStep();
     /// Ends what waits in another thread.
     void Shutdown();
 

@@ -17,7 +17,8 @@ struct CWebDavSettings {
     bool tls = false;  ///< with a certificate for 127.0.0.1 that the server makes for itself
     QString user = QStringLiteral("alice");
     QString password = QStringLiteral("open: 100% sesame");
-    /// Where the server keeps its folder; empty: the system's folder for temporary files.
+    /// Where the server keeps its folder; empty: the system's folder for temporary files. Where this process is root,
+    /// Apache is nobody and must be able to get there.
     QString place = {};
 };
 
