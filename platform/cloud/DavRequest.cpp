@@ -2,7 +2,7 @@
 
 #include "DavConnection.h"
 #include "Settings.h"
-#include "UploadFile.h"
+#include "UploadReply.h"
 
 namespace nuvs {
 
@@ -60,14 +60,10 @@ QNetworkReply* CDavRequest::Start(const QNetworkRequest& request)
     QNetworkAccessManager& manager = m_connection.Manager();
     if (m_order.takeData)
         return manager.get(request);
-    if (m_order.file.isEmpty())
-        return m_order.body.isEmpty() ? manager.sendCustomRequest(request, m_order.verb)
-                                      : manager.sendCustomRequest(request, m_order.verb, m_order.body);
-    // The network thread may still ask for it while the reply lasts.
-    auto* file = new CUploadFile(m_order.file, m_order.fileSize);
-    QNetworkReply* reply = manager.sendCustomRequest(request, m_order.verb, file);
-    file->setParent(reply);
-    return reply;
+    if (!m_order.file.isEmpty())
+        return new CUploadReply(request, m_order.verb, m_order.file, m_order.fileSize);
+    return m_order.body.isEmpty() ? manager.sendCustomRequest(request, m_order.verb)
+                                  : manager.sendCustomRequest(request, m_order.verb, m_order.body);
 }
 
 void CDavRequest::Send()

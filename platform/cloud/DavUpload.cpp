@@ -13,9 +13,6 @@ namespace nuvs {
 
 namespace {
 
-// Sending so much twice is worth a question before.
-constexpr qint64 Large = 1 << 20;
-
 // How Apache answers to the address of a folder without "/" at its end.
 bool isRedirection(const SDavAnswer& got)
 {
@@ -45,8 +42,6 @@ void CDavUpload::Start()
         return m_answer->Fail(QNetworkReply::ContentAccessDenied);
     if (!m_session->CanMove())
         return m_session->LookForMark(m_answer, [self = shared_from_this()] { self->PutDirectly(); });
-    if (m_size > Large && m_session->Connection().Authorisation().MayBeStale())
-        return m_session->LookForMark(m_answer, [self = shared_from_this()] { self->Put(); });
     Put();
 }
 

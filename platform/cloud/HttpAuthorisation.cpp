@@ -11,9 +11,6 @@ namespace nuvs {
 
 namespace {
 
-// Servers let a challenge live for minutes.
-constexpr qint64 StaleAfterMs = 60000;
-
 QByteArray quoted(QByteArray text)
 {
     text.replace('\\', "\\\\").replace('"', "\\\"");
@@ -79,6 +76,11 @@ QCryptographicHash::Algorithm algorithmOf(const QByteArray& name)
     return name.toUpper() == "SHA-256" ? QCryptographicHash::Sha256 : QCryptographicHash::Md5;
 }
 
+bool hasControl(const QByteArray& text)
+{
+    return std::any_of(text.cbegin(), text.cend(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+}
+
 bool offersAuth(const QByteArray& qop)
 {
     const QList<QByteArray> offers = qop.toLower().split(',');
@@ -130,6 +132,9 @@ bool CHttpAuthorisation::CanAnswer(const SChallenge& challenge)
         return challenge.scheme == EScheme::Basic;
     const auto& given = challenge.parameters;
     const QByteArray algorithm = given.value("algorithm", "MD5").toUpper();
+    // They are sent back in a line of the head.
+    if (std::any_of(given.cbegin(), given.cend(), hasControl))
+        return false;
     return !given.value("nonce").isEmpty() && (algorithm == "MD5" || algorithm == "SHA-256") &&
            (!given.contains("qop") || offersAuth(given["qop"]));
 }
@@ -152,7 +157,6 @@ bool CHttpAuthorisation::TakeChallenge(const QByteArray& header, bool wasAuthori
     if (isNew || best.scheme != m_challenge.scheme)
         m_count = 0;
     m_challenge = best;
-    m_age.start();
     return true;
 }
 
@@ -167,11 +171,6 @@ QByteArray CHttpAuthorisation::Header(const QByteArray& verb, const QUrl& url)
         return Digest(verb, url);
     }
     return {};
-}
-
-bool CHttpAuthorisation::MayBeStale() const
-{
-    return m_challenge.scheme == EScheme::Digest && m_age.hasExpired(StaleAfterMs);
 }
 
 QByteArray CHttpAuthorisation::Basic() const

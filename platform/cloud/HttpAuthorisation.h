@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QMap>
 #include <QString>
 #include <QUrl>
@@ -9,8 +8,8 @@
 namespace nuvs {
 
 /// Answers a server's challenges (Basic; Digest with MD5 or SHA-256) with the credentials of one account. The header is
-/// made here and not left to the network access manager, for two reasons: that one sends the body of an upload once
-/// more whenever it takes a new connection to a server that asks for credentials, and it answers proxies, too.
+/// made here and not left to the network access manager, which answers with it only once it was asked on that very
+/// connection, and answers proxies, too.
 class CHttpAuthorisation {
 public:
     CHttpAuthorisation(QString user, QString password) : m_user(std::move(user)), m_password(std::move(password)) {}
@@ -21,9 +20,6 @@ public:
 
     /// The "Authorization" header for a request; empty while no server asked for it.
     QByteArray Header(const QByteArray& verb, const QUrl& url);
-
-    /// True when the server may ask anew: better send it something small first.
-    bool MayBeStale() const;
 
 private:
     enum class EScheme { None, Basic, Digest };
@@ -41,7 +37,6 @@ private:
     const QString m_password;
     SChallenge m_challenge;
     unsigned m_count = 0;  ///< of requests with this challenge
-    QElapsedTimer m_age;
 };
 
 }  // namespace nuvs
