@@ -39,7 +39,7 @@ bool isChunked(const QNetworkReply& reply)
 
 CDavDownload::CDavDownload(DavSessionPtr session, const QString& id, const QString& path,
                            AnswerPtr<NUVSBaseInfo> answer)
-    : m_session(std::move(session)), m_url(m_session->FileUrlOf(id)), m_file(path), m_answer(std::move(answer))
+    : m_session(std::move(session)), m_id(id), m_file(path), m_answer(std::move(answer))
 {
 }
 
@@ -59,7 +59,7 @@ void CDavDownload::Get()
     m_trouble = ETrouble::None;
     SDavOrder order;
     order.verb = "GET";
-    order.url = m_url;
+    order.url = m_session->FileUrlOf(m_id);
     if (m_validator.isEmpty())
         Forget();
     if (m_received > 0)
@@ -151,11 +151,35 @@ void CDavDownload::GetDone(const SDavAnswer& got)
 {
     if (got.status == 416 || m_trouble == ETrouble::WrongRange)
         m_validator.clear();
-    if (IsWhole(got) && m_file.commit())
-        return m_answer->Finish({});
+    if (IsWhole(got))
+        return Confirm();
     if (CanTryAgain(got))
         return Get();
     Fail(got);
+}
+
+// A server may promise less than there is. When the listing told another size, it is asked which of the two holds.
+void CDavDownload::Confirm()
+{
+    const qint64 known = m_session->KnownSize(m_id);
+    if (known < 0 || known == m_received)
+        return Keep();
+    const auto look = [self = shared_from_this()](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
+        if (!got.IsSuccess())
+            return self->Fail(got);
+        if (entries.size() != 1 || (entries[0].size >= 0 && entries[0].size != self->m_received))
+            return self->Fail(got);
+        self->Keep();
+    };
+    m_session->Look(m_session->FileUrlOf(m_id), 0, m_answer, look);
+}
+
+void CDavDownload::Keep()
+{
+    if (!m_file.commit())
+        return m_answer->Fail(QNetworkReply::UnknownContentError);
+    m_session->LearnFile(m_id, m_received);
+    m_answer->Finish({});
 }
 
 void CDavDownload::Fail(const SDavAnswer& got)

@@ -25,11 +25,13 @@ private:
     bool TakeRest(const QNetworkReply& reply);
     bool IsWhole(const SDavAnswer& got) const;
     bool CanTryAgain(const SDavAnswer& got) const;
+    void Confirm();
+    void Keep();
     void Forget();
     void Fail(const SDavAnswer& got);
 
     const DavSessionPtr m_session;
-    const QUrl m_url;
+    const QString m_id;
     QSaveFile m_file;
     const AnswerPtr<NUVSBaseInfo> m_answer;
     int m_attempts = 0;

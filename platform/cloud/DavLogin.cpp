@@ -36,9 +36,7 @@ void CDavLogin::MakeMark(bool isRootMade)
             return self->MakeRoot();
         if (!got.IsSuccess())
             return self->Refuse(got);
-        const auto list = [self](const SDavEntry&, const QVector<NUVSCloudFileItem>&, const QStringList& marks) {
-            self->TakeMarksAway(marks);
-        };
+        const auto list = [self](const SDavListing& listing) { self->TakeMarksAway(listing.marks); };
         self->m_session->List({}, self->m_answer, list);
     });
 }

@@ -115,35 +115,34 @@ void CDavSession::List(const QString& folder, const AnswerBasePtr& answer, const
         const SDavEntry* itself = findItself(entries, FolderUrlOf(folder));
         if (!itself || !itself->isFolder)
             return answer->Refuse({code::FolderMissing, QNetworkReply::ContentNotFoundError});
-        QVector<NUVSCloudFileItem> items;
-        QStringList marks;
-        Sort(folder, entries, items, marks);
-        if (folder.isEmpty() && !marks.contains(m_mark))
+        const SDavListing listing = Learn(folder, entries);
+        if (folder.isEmpty() && !listing.marks.contains(m_mark))
             return Lose(*answer);
-        handler(*itself, items, marks);
+        handler(listing);
     });
 }
 
-void CDavSession::Sort(const QString& folder, const QVector<SDavEntry>& entries, QVector<NUVSCloudFileItem>& items,
-                       QStringList& marks)
+SDavListing CDavSession::Learn(const QString& folder, const QVector<SDavEntry>& entries)
 {
+    SDavListing listing;
     const QUrl url = FolderUrlOf(folder);
     for (const SDavEntry& entry : entries) {
         QString name;
         if (!entry.isThere || PlaceOf(entry.reference, url, name) != EPlace::Child)
             continue;
         if (IsMarkName(name))
-            marks.append(name);
+            listing.marks.append(name);
         else if (IsRemoteName(name))
-            items.append(itemOf(entry, ChildId(folder, name), name));
+            listing.items.append(itemOf(entry, ChildId(folder, name), name));
     }
-    arrange(items);
-    for (const NUVSCloudFileItem& item : items) {
+    arrange(listing.items);
+    for (const NUVSCloudFileItem& item : listing.items) {
         if (!item.isFolder)
-            LearnFile(item.id);
+            LearnFile(item.id, item.size);
         else
             ForgetFile(item.id);
     }
+    return listing;
 }
 
 void CDavSession::LookForMark(const AnswerBasePtr& answer, const std::function<void()>& handler)

@@ -3,16 +3,21 @@
 #include "DavConnection.h"
 #include "MultistatusReader.h"
 
-#include <QSet>
+#include <QHash>
 
 namespace nuvs {
+
+/// What is in a folder: what users put there, and session marks.
+struct SDavListing {
+    QVector<NUVSCloudFileItem> items;
+    QStringList marks;
+};
 
 /// What the requests of one session share: the server, the mark, what is known of the server, and how refusals are
 /// told.
 class CDavSession {
 public:
-    using ListHandler =
-        std::function<void(const SDavEntry& folder, const QVector<NUVSCloudFileItem>& items, const QStringList& marks)>;
+    using ListHandler = std::function<void(const SDavListing& listing)>;
     using LookHandler = std::function<void(const SDavAnswer& answer, const QVector<SDavEntry>& entries)>;
 
     CDavSession(const SAccount& account, std::function<void()> lost);
@@ -36,24 +41,25 @@ public:
     void Refuse(const SDavAnswer& got, CAnswerBase& answer, QLatin1String missing);
     void Lose(CAnswerBase& answer);
 
-    /// Names that are known to be files may be replaced; replacing a folder would delete what is in it.
-    bool IsKnownFile(const QString& id) const { return m_files.contains(id); }
-    void LearnFile(const QString& id) { m_files.insert(id); }
+    /// Reads a folder's listing, and remembers the files in it.
+    SDavListing Learn(const QString& folder, const QVector<SDavEntry>& entries);
+    void LearnFile(const QString& id, qint64 size) { m_files[id] = size; }
     void ForgetFile(const QString& id) { m_files.remove(id); }
+    /// What is known to be a file may be replaced; replacing a folder would delete what is in it.
+    bool IsKnownFile(const QString& id) const { return m_files.contains(id); }
+    /// -1 when it is not known.
+    qint64 KnownSize(const QString& id) const { return m_files.value(id, -1); }
 
     bool CanMove() const { return m_canMove; }
     void LearnNoMove() { m_canMove = false; }
 
 private:
-    void Sort(const QString& folder, const QVector<SDavEntry>& entries, QVector<NUVSCloudFileItem>& items,
-              QStringList& marks);
-
     const QUrl m_address;
     const QString m_product;
     const QString m_mark;
     CDavConnection m_connection;
     const std::function<void()> m_lost;
-    QSet<QString> m_files;
+    QHash<QString, qint64> m_files;  ///< sizes
     bool m_canMove = true;
 };
 

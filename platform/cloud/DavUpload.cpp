@@ -13,6 +13,9 @@ namespace nuvs {
 
 namespace {
 
+// A server that refuses may read the whole body before it says so (Apache does): that is worth a question before.
+constexpr qint64 Large = 1 << 20;
+
 // How Apache answers to the address of a folder without "/" at its end.
 bool isRedirection(const SDavAnswer& got)
 {
@@ -28,7 +31,7 @@ bool isRefusedMove(const SDavAnswer& got)
 
 CDavUpload::CDavUpload(DavSessionPtr session, const QString& folder, const QString& path,
                        AnswerPtr<NUVSCloudUploadFile> answer)
-    : m_session(std::move(session)), m_path(path), m_id(ChildId(folder, QFileInfo(path).fileName())),
+    : m_session(std::move(session)), m_folder(folder), m_path(path), m_id(ChildId(folder, QFileInfo(path).fileName())),
       m_staging(m_session->StagingUrl(NewStagingName())), m_size(kiv::system::FileSize(path)),
       m_modified(QFileInfo(path).lastModified()), m_answer(std::move(answer))
 {
@@ -42,6 +45,8 @@ void CDavUpload::Start()
         return m_answer->Fail(QNetworkReply::ContentAccessDenied);
     if (!m_session->CanMove())
         return m_session->LookForMark(m_answer, [self = shared_from_this()] { self->PutDirectly(); });
+    if (m_size > Large && m_session->Connection().Authorisation().MayBeStale())
+        return m_session->LookForMark(m_answer, [self = shared_from_this()] { self->Put(); });
     Put();
 }
 
@@ -99,18 +104,19 @@ void CDavUpload::MoveDone(const SDavAnswer& got, bool replaces)
     Clean(m_staging, [self = shared_from_this()] { self->PutDirectly(); });
 }
 
-// Something of that name is there. Moving over a folder would delete it with all that is in it.
+// Something of that name is there. Moving over a folder would delete it with all that is in it; the folder is listed
+// whole, so that this is asked once, not for each file that is replaced.
 void CDavUpload::MoveOverFile()
 {
     const auto look = [self = shared_from_this()](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
-        const auto isFolder = [](const SDavEntry& entry) { return entry.isFolder; };
-        if (isRedirection(got) || std::any_of(entries.cbegin(), entries.cend(), isFolder))
-            return self->FailForFolder(self->m_staging);
-        if (!got.IsSuccess() && got.status != 404)
+        if (!got.IsSuccess())
             return self->GiveUp(got, self->m_staging);
-        self->Move(true);
+        self->m_session->Learn(self->m_folder, entries);
+        if (self->m_session->IsKnownFile(self->m_id))
+            return self->Move(true);
+        self->FailForFolder(self->m_staging);
     };
-    m_session->Look(m_session->FileUrlOf(m_id), 0, m_answer, look);
+    m_session->Look(m_session->FolderUrlOf(m_folder), 1, m_answer, look);
 }
 
 void CDavUpload::PutDirectly()
@@ -186,7 +192,7 @@ void CDavUpload::Finish()
     sent.id = m_id;
     sent.name = NamesOf(m_id).last();
     sent.size = m_size;
-    m_session->LearnFile(m_id);
+    m_session->LearnFile(m_id, m_size);
     m_answer->Finish(sent);
 }
 

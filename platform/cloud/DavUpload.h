@@ -32,6 +32,7 @@ private:
     void Finish();
 
     const DavSessionPtr m_session;
+    const QString m_folder;
     const QString m_path;
     const QString m_id;
     const QUrl m_staging;

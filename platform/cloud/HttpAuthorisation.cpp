@@ -11,6 +11,9 @@ namespace nuvs {
 
 namespace {
 
+// Servers let a challenge live for minutes.
+constexpr qint64 StaleAfterMs = 60000;
+
 QByteArray quoted(QByteArray text)
 {
     text.replace('\\', "\\\\").replace('"', "\\\"");
@@ -157,6 +160,7 @@ bool CHttpAuthorisation::TakeChallenge(const QByteArray& header, bool wasAuthori
     if (isNew || best.scheme != m_challenge.scheme)
         m_count = 0;
     m_challenge = best;
+    m_age.start();
     return true;
 }
 
@@ -171,6 +175,11 @@ QByteArray CHttpAuthorisation::Header(const QByteArray& verb, const QUrl& url)
         return Digest(verb, url);
     }
     return {};
+}
+
+bool CHttpAuthorisation::MayBeStale() const
+{
+    return m_challenge.scheme == EScheme::Digest && m_age.hasExpired(StaleAfterMs);
 }
 
 QByteArray CHttpAuthorisation::Basic() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMap>
 #include <QString>
 #include <QUrl>
@@ -21,6 +22,9 @@ public:
     /// The "Authorization" header for a request; empty while no server asked for it.
     QByteArray Header(const QByteArray& verb, const QUrl& url);
 
+    /// True when the server may ask anew: better send it something small first.
+    bool MayBeStale() const;
+
 private:
     enum class EScheme { None, Basic, Digest };
     struct SChallenge {
@@ -37,6 +41,7 @@ private:
     const QString m_password;
     SChallenge m_challenge;
     unsigned m_count = 0;  ///< of requests with this challenge
+    QElapsedTimer m_age;
 };
 
 }  // namespace nuvs

@@ -96,9 +96,9 @@ void CWebDavStorage::Close(const AnswerPtr<NUVSLogoutInfo>& answer)
 
 void CWebDavStorage::Children(const QString& id, const AnswerPtr<NUVSCloudChildren>& answer)
 {
-    const auto list = [answer](const SDavEntry&, const QVector<NUVSCloudFileItem>& items, const QStringList&) {
+    const auto list = [answer](const SDavListing& listing) {
         NUVSCloudChildren children;
-        children.items = items;
+        children.items = listing.items;
         answer->Finish(children);
     };
     listMarked(Session(), id, answer, list);
@@ -111,10 +111,9 @@ void CWebDavStorage::CreateFolder(const QString& name, const QString& parent,
     NUVSCloudCreateFolder made;
     made.id = ChildId(parent, name);
     made.name = name;
-    const auto list = [=, session = Session()](const SDavEntry&, const QVector<NUVSCloudFileItem>& items,
-                                               const QStringList&) mutable {
+    const auto list = [=, session = Session()](const SDavListing& listing) mutable {
         const auto isIt = [&](const NUVSCloudFileItem& item) { return item.name == name; };
-        if (std::none_of(items.cbegin(), items.cend(), isIt))
+        if (std::none_of(listing.items.cbegin(), listing.items.cend(), isIt))
             return makeFolder(session, made, answer);
         made.code = code::AlreadyExists;
         answer->Finish(made);
