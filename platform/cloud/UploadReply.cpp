@@ -91,8 +91,6 @@ void CUploadReply::Connect()
         connect(&m_socket, &QSslSocket::encrypted, this, &CUploadReply::SendHead);
     else
         connect(&m_socket, &QSslSocket::connected, this, &CUploadReply::SendHead);
-    connect(&m_socket, &QSslSocket::bytesWritten, this, &CUploadReply::OnWritten);
-    connect(&m_socket, &QSslSocket::encryptedBytesWritten, this, &CUploadReply::OnWritten);
     connect(&m_socket, &QSslSocket::readyRead, this, &CUploadReply::OnReadyRead);
     connect(&m_socket, &QSslSocket::errorOccurred, this, &CUploadReply::OnSocketError);
     m_socket.setReadBufferSize(LargestHead);
@@ -115,6 +113,9 @@ void CUploadReply::SendHead()
         head += name + ": " + request().rawHeader(name) + "\r\n";
     m_socket.write(head + "\r\n");
     m_told.start();
+    // Not before: the handshake is written, too.
+    connect(&m_socket, &QSslSocket::bytesWritten, this, &CUploadReply::OnWritten);
+    connect(&m_socket, &QSslSocket::encryptedBytesWritten, this, &CUploadReply::OnWritten);
     Fill();
 }
 
