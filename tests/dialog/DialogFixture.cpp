@@ -4,6 +4,7 @@
 #include <SceneWidget.h>
 
 #include <MaterialTest.h>
+#include <Measured.h>
 
 #include <kiv/Viewer.h>
 
@@ -98,11 +99,8 @@ QColor TestedDialog::shownPixel() const
 {
     constexpr int side = 32;
     kiv::CViewer* viewer = findChild<CSceneWidget*>()->GetViewer();
-    const kiv::CImagePtr picture = viewer ? viewer->Snapshot(side, side) : nullptr;
-    if (!picture)
-        return {};
-    const unsigned char* pixel = picture->GetData() + (side / 2 * side + side / 2) * 4;
-    return {pixel[0], pixel[1], pixel[2]};
+    const QImage picture = viewer ? pictureOf(*viewer, side, side) : QImage();
+    return picture.isNull() ? QColor() : picture.pixelColor(side / 2, side / 2);
 }
 
 void TestedDialog::ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance)

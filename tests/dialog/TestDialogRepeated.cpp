@@ -4,14 +4,12 @@
 #include <SceneWidget.h>
 
 #include <MaterialTest.h>
+#include <Measured.h>
 
 #include <kiv/Viewer.h>
 
 #include <QApplication>
-#include <QFile>
 #include <QWindow>
-
-#include <unistd.h>
 
 namespace {
 
@@ -20,15 +18,6 @@ class QuickPreview : public CUIViewerWidget {
 public:
     explicit QuickPreview(QWidget* parent) : CUIViewerWidget(parent, 0, 0) { SwitchScene("Sphere"); }
 };
-
-/// The memory of this process that is in use, in MB.
-double residentMegabytes()
-{
-    QFile file("/proc/self/statm");
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    return file.readAll().split(' ').at(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
-}
 
 /// What may not become more from round to round.
 struct Level {
