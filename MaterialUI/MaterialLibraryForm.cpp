@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -50,7 +49,8 @@ void CMaterialLibraryForm::Build(QDialog& dialog, kiv::CMaterialLibrary& library
     layout->addLayout(buildBottomBar(cloudEnabled));
     projectBrowser->ShowCollectAndSynchBtn(false);
     systemBrowser->ShowCollectAndSynchBtn(cloudEnabled);
-    disableCloudButtons();
+    synchronizeButton = systemBrowser->findChild<QToolButton*>(QStringLiteral("synchronizeButton"));
+    synchronizeButton->setEnabled(false);  // until there is an account
 }
 
 QWidget* CMaterialLibraryForm::buildBrowsers()
@@ -131,15 +131,6 @@ QBoxLayout* CMaterialLibraryForm::buildBottomBar(bool cloudEnabled)
         bar->addWidget(label);
     }
     return bar;
-}
-
-// They wait for an account to be logged in, and nobody can log in yet.
-void CMaterialLibraryForm::disableCloudButtons()
-{
-    for (QToolButton* button : systemBrowser->findChildren<QToolButton*>(QRegularExpression("Button$"))) {
-        button->setEnabled(false);
-        button->setToolTip(tr("登录云端后可用"));
-    }
 }
 
 QFrame* CMaterialLibraryForm::makeLine(bool isVertical, const char* name)

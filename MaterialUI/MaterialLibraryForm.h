@@ -15,6 +15,7 @@ class QFrame;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QToolButton;
 class QWidget;
 
 /// The widgets of the material dialog and their places. They belong to the dialog; hosts find them by object name.
@@ -31,15 +32,15 @@ public:
     CAppearanceHeading* heading = nullptr;
     CAppearanceDynamicEditor* editor = nullptr;
     QPushButton* applyButton = nullptr;
-    QLabel* accountLabel = nullptr;          ///< whether the account is on line
-    QLabel* synchronizationLabel = nullptr;  ///< how many favourites wait, failed and succeeded
+    QToolButton* synchronizeButton = nullptr;  ///< of the system browser
+    QLabel* accountLabel = nullptr;            ///< whether the account is on line
+    QLabel* synchronizationLabel = nullptr;    ///< how many favourites wait, failed and succeeded
 
 private:
     QWidget* buildBrowsers();
     QWidget* buildRightColumn();
     QWidget* buildEditorArea();
     QBoxLayout* buildBottomBar(bool cloudEnabled);
-    void disableCloudButtons();
     QFrame* makeLine(bool isVertical, const char* name);
 
     QDialog* m_dialog = nullptr;

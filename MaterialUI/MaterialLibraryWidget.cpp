@@ -1,14 +1,14 @@
-#include "MaterialLibraryWidget.h"
+#include "MaterialLibraryWidgetPrivate.h"
 
 #include "AppearanceHeading.h"
 #include "EditStack.h"
-#include "FavoriteLibraryLoader.h"
+#include "FavoriteLibrarySetUp.h"
 #include "ItemRoles.h"
-#include "MaterialLibraryForm.h"
 
 #include <AppearanceDynamicEditor.h>
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <AppearancePreviewerCtrl.h>
+#include <CloudService.h>
 #include <MaterialConstants.h>
 #include <MaterialHelper.h>
 
@@ -30,7 +30,6 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTableWidget>
-#include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
 #include <QTreeWidget>
@@ -56,71 +55,7 @@ QString toQt(const kiv::String& text)
     return QString::fromLocal8Bit(text.c_str());
 }
 
-// The favourites' copy that the cloud fills.
-QString cloudFolder(const kiv::CAppearanceLibraryManager& manager)
-{
-    const std::wstring& favorites = manager.GetFavoriteLibraryPath();
-    return favorites.empty() ? QString() : kiv::system::JoinPath(favorites, L"Favorite Library\\CloudLib");
-}
-
-void removeFolder(const QString& path)
-{
-    if (path.isEmpty())
-        return;
-    // A link is taken away itself: what it leads to is not ours.
-    if (QFileInfo(path).isSymLink())
-        QFile::remove(path);
-    else
-        QDir(path).removeRecursively();
-}
-
-kiv::CAppearanceLibraryPtr addFavoriteLibrary(kiv::CAppearanceLibraryManager& manager)
-{
-    const auto library = std::make_shared<kiv::CAppearanceLibrary>();
-    library->SetId(FAVORITE_LIBRARY_NAME);
-    library->SetName(FAVORITE_LIBRARY_NAME);
-    manager.AddUserAppearanceLibrary(library);
-    return library;
-}
-
 }  // namespace
-
-struct CMaterialLibraryWidget::Private {
-    Private(kiv::CMaterialLibrary& materials, bool release, const std::string& name, bool cloud)
-        : library(materials), manager(*materials.GetMaterialManager()), releaseOnClose(release),
-          projectLibraryName(name), cloudEnabled(cloud)
-    {
-    }
-
-    void setUpWindow(QDialog& dialog) const;
-    void setUpFavorites() const;
-    void showLibraries();
-    void connectSignals(QDialog& dialog) const;
-    void apply(const kiv::CAppearanceInstancePtr& appearance) const;
-    void show(const kiv::CAppearanceInstancePtr& appearance) const;
-    void followLibrary() const;
-    void keepEdits();
-    void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
-    void showAwaited();
-    void showCloudStatus() const;
-    void markCloudRows() const;
-    bool isFound(const kiv::CAppearanceInstancePtr& appearance, const QString& keyword) const;
-    kiv::CAppearanceLibraryPtr projectLibrary() const;
-    kiv::CAppearanceInstancePtr firstAppearance() const;
-    static kiv::CAppearanceInstancePtr appearanceAt(const CAppearanceLibraryBrowserCtrl& browser, int row);
-
-    kiv::CMaterialLibrary& library;
-    kiv::CAppearanceLibraryManager& manager;
-    bool releaseOnClose;
-    std::string projectLibraryName;
-    bool cloudEnabled;
-    std::function<void(const kiv::CAppearanceInstancePtr&)> reactor;
-    CMaterialLibraryForm form;
-    kiv::CAppearanceInstancePtr awaited;  ///< shown although textures of it are not here yet
-    bool hasEdits = false;                ///< that wait to be kept or taken back
-    QTimer statusTimer;
-    QTimer favoriteLoadTimer;
-};
 
 CMaterialLibraryWidget::CMaterialLibraryWidget(AppearanceLibraryProvider* provider, kiv::CMaterialLibrary* library,
                                                bool releaseOnClose, QWidget* parent, bool loadTranslation,
@@ -148,6 +83,7 @@ CMaterialLibraryWidget::~CMaterialLibraryWidget()
 
 void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool loadTranslation)
 {
+    m->resetCloud();
     if (loadTranslation) {
         auto* translator = new QTranslator(this);
         if (translator->load(QCoreApplication::applicationDirPath() + QStringLiteral("/materialui_zh.qm")))
@@ -156,13 +92,14 @@ void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool
     setWindowTitle(tr("材质库"));
     m->setUpWindow(*this);
     m->form.Build(*this, m->library, provider, m->cloudEnabled);
-    m->setUpFavorites();
+    SetUpFavoriteLibrary(m->manager);
+    if (m->cloudEnabled)
+        kiv::CAppearanceLibraryParser(m->manager).ConfigLibrayFromFile(m->manager.GetLibraryPath());
     m->showLibraries();
     if (const auto first = m->firstAppearance()) {
         OnSelectAppearance(first);
         m->form.systemBrowser->SelectTableItem(toQt(first->GetId()));
     }
-    m->showCloudStatus();
     m->connectSignals(*this);
     setSizeGripEnabled(provider != nullptr);
     m->form.searchLine->setFocus();
@@ -175,18 +112,6 @@ void CMaterialLibraryWidget::Private::setUpWindow(QDialog& dialog) const
     dialog.setObjectName(QStringLiteral("MaterialLibrary"));
     dialog.setMinimumWidth(100);
     dialog.resize(590, 520);
-}
-
-// The library of favourites starts empty and is filled once the dialog is on the screen.
-void CMaterialLibraryWidget::Private::setUpFavorites() const
-{
-    const std::wstring& favorites = manager.GetFavoriteLibraryPath();
-    manager.SetFavoriteLibraryTexturePath(favorites.empty() ? favorites : favorites + L"\\Favorite Texture");
-    removeFolder(cloudFolder(manager));
-    manager.DeleteUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
-    addFavoriteLibrary(manager);
-    if (cloudEnabled)
-        kiv::CAppearanceLibraryParser(manager).ConfigLibrayFromFile(manager.GetLibraryPath());
 }
 
 void CMaterialLibraryWidget::Private::showLibraries()
@@ -206,6 +131,7 @@ void CMaterialLibraryWidget::Private::connectSignals(QDialog& dialog) const
         connect(browser->GetTableWidget(), SIGNAL(doubleClicked(QModelIndex)), &dialog,
                 SLOT(OnDoubleClickTableWidget(QModelIndex)));
     }
+    connectFavorites(dialog);
     connect(form.systemBrowser, SIGNAL(OnMaterialLibraryChange(const kiv::String&)), &dialog,
             SLOT(OnMaterialLibraryChange(const kiv::String&)));
     connect(form.systemBrowser->GetTableWidget()->verticalScrollBar(), SIGNAL(valueChanged(int)), &dialog,
@@ -223,6 +149,22 @@ void CMaterialLibraryWidget::Private::connectSignals(QDialog& dialog) const
     connect(form.searchLine, SIGNAL(textChanged(const QString&)), &dialog, SLOT(OnSearchValueChanged(const QString&)));
     connect(form.searchLine, SIGNAL(returnPressed()), &dialog, SLOT(OnSearchValueChangedSlot()));
     connect(form.applyButton, SIGNAL(pressed()), &dialog, SLOT(OnApply()));
+}
+
+void CMaterialLibraryWidget::Private::connectFavorites(QDialog& dialog) const
+{
+    for (CAppearanceLibraryBrowserCtrl* browser : {form.projectBrowser, form.systemBrowser})
+        connect(browser, SIGNAL(OnAddFavoriteAppearance(const kiv::CAppearanceInstancePtr&, const kiv::String&)),
+                &dialog, SLOT(OnAddFavoriteAppearance(const kiv::CAppearanceInstancePtr&, const kiv::String&)));
+    connect(form.systemBrowser, SIGNAL(OnRemoveApperance(kiv::CAppearanceInstancePtr&)), &dialog,
+            SLOT(OnRemoveApperance(kiv::CAppearanceInstancePtr&)));
+    connect(form.systemBrowser, SIGNAL(OnAddFavoriteTextures()), &dialog, SLOT(OnAddFavoriteTextures()));
+    connect(form.systemBrowser, SIGNAL(OnSynchronizedCloud()), &dialog, SLOT(OnSynchronizedCloud()));
+    if (!cloudEnabled)
+        return;
+    connect(&CCloudService::Instance().GetLoginTimer(), SIGNAL(timeout()), &dialog, SLOT(onLoginSuccessTimer()));
+    connect(&CCloudService::Instance(), SIGNAL(onRemoveAppearance(const QString&)), &dialog,
+            SLOT(onRemoveAppearance(const QString&)));
 }
 
 // With the cloud enabled hosts expect the second row to come up first.
@@ -324,6 +266,10 @@ void CMaterialLibraryWidget::OnDoubleClickTableWidget(QModelIndex index)
     const auto appearance = m->appearanceAt(isSystem ? *m->form.systemBrowser : *m->form.projectBrowser, index.row());
     if (!appearance)
         return;
+    if (m->needsCloud(appearance)) {
+        QMessageBox::information(this, QStringLiteral("提示"), QStringLiteral("当前网络异常，云端数据不可用！"));
+        return;
+    }
     if (isSystem) {
         DoubleClickSystemBrowserFunc(appearance);
     } else {
@@ -485,12 +431,14 @@ void CMaterialLibraryWidget::showEvent(QShowEvent* event)
     connect(&m->favoriteLoadTimer, SIGNAL(timeout()), this, SLOT(onJsonTimerOut()));
     m->statusTimer.start();
     m->favoriteLoadTimer.start();
+    CCloudService::Instance().SetVisible(true);
 }
 
 void CMaterialLibraryWidget::hideEvent(QHideEvent* event)
 {
     m->statusTimer.stop();
     m->favoriteLoadTimer.stop();
+    CCloudService::Instance().SetVisible(false);
     QDialog::hideEvent(event);
 }
 
@@ -515,76 +463,6 @@ void CMaterialLibraryWidget::keyPressEvent(QKeyEvent* event)
         QDialog::keyPressEvent(event);
 }
 
-void CMaterialLibraryWidget::onTimerOut()
-{
-    m->showAwaited();
-    m->showCloudStatus();
-    m->markCloudRows();
-    const QString folder = cloudFolder(m->manager);
-    if (!folder.isEmpty() && !QFileInfo::exists(folder))
-        QDir().mkpath(folder);
-}
-
-// Looked at on one tick only.
-void CMaterialLibraryWidget::Private::showAwaited()
-{
-    if (!cloudEnabled || !awaited)
-        return;
-    if (awaited == form.previewer->GetAppearance() && kiv::CMaterialHelper::CheckResourceComplete(awaited, manager))
-        showAnew(awaited);
-    awaited.reset();
-}
-
-// Nobody can log in yet, and nothing is synchronised.
-void CMaterialLibraryWidget::Private::showCloudStatus() const
-{
-    if (cloudEnabled)
-        form.accountLabel->setText(tr("离线"));
-}
-
-void CMaterialLibraryWidget::Private::markCloudRows() const
-{
-    QTableWidget* table = form.systemBrowser->GetTableWidget();
-    const int end = table->rowAt(table->height());
-    const int last = end < 0 ? table->rowCount() - 1 : end;
-    bool isChanged = false;
-    for (int row = qMax(0, table->rowAt(0)); row <= last; ++row) {
-        const auto appearance = appearanceAt(*form.systemBrowser, row);
-        const QTableWidgetItem* item = table->item(row, PictureColumn);
-        if (appearance && appearance->GetCloudFlag() && item && !item->data(CloudRole).toBool())
-            isChanged = form.systemBrowser->ModifyTableWidgetItemCloud(appearance) || isChanged;
-    }
-    if (isChanged)
-        table->viewport()->update();
-}
-
-// One tick calls this as often as the dialog was shown, but loads once.
-void CMaterialLibraryWidget::onJsonTimerOut()
-{
-    if (sender() == &m->favoriteLoadTimer && !m->favoriteLoadTimer.isActive())
-        return;
-    m->favoriteLoadTimer.stop();
-    if (m->manager.GetFavoriteLibraryPath().empty()) {
-        QMessageBox::critical(this, tr("严重错误"), tr("系统文件夹不完整,收藏功能不可用！"), QMessageBox::Ok);
-        close();
-    } else if (m->cloudEnabled) {
-        LoadApperanceLibrary(m->manager.GetFavoriteLibraryPath(), FAVORITE_LIBRARY_NAME);
-    }
-}
-
-void CMaterialLibraryWidget::LoadApperanceLibrary(const std::wstring& root, const std::string& libraryName)
-{
-    auto library = m->manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
-    if (!library)
-        library = addFavoriteLibrary(m->manager);
-    const QString folder = kiv::system::JoinPath(root, GStdStringTrans::StringToWString(libraryName));
-    QDir().mkpath(folder);
-    const QPointer<CMaterialLibraryWidget> alive(this);
-    CFavoriteLibraryLoader(m->manager, *this).Load(folder, *library);
-    if (alive)
-        m->form.systemBrowser->UpdateFavoriteLibrary(library);
-}
-
 // ---- virtual operations
 
 void CMaterialLibraryWidget::DoubleClickSystemBrowserFunc(const kiv::CAppearanceInstancePtr& appearance)
@@ -602,25 +480,7 @@ kiv::CAppearanceInstancePtr CMaterialLibraryWidget::CopyandAddAppearanceFunc(con
     return {};
 }
 
-bool CMaterialLibraryWidget::AddFavoriteAppearanceFunc(const kiv::CAppearanceInstancePtr&, const std::string&)
-{
-    return false;
-}
-
-bool CMaterialLibraryWidget::AddFavoriteTexturesFunc()
-{
-    return false;
-}
-
-void CMaterialLibraryWidget::SynchronizedCloudFunc()
-{
-}
-
 void CMaterialLibraryWidget::AppearanceDeletedFunc(const kiv::CAppearanceInstancePtr&)
-{
-}
-
-void CMaterialLibraryWidget::AppearanceRemoveFunc(const kiv::CAppearanceInstancePtr&)
 {
 }
 

@@ -14,6 +14,7 @@
 
 class AppearanceLibraryProvider;
 class CAppearanceLibraryBrowserCtrl;
+class LoginCallback;
 
 /// The material dialog of the standard edition: the project's library above, the system or favourite library below, and
 /// beside them a preview of the selected appearance and its editor. Selecting an appearance hands it to the apply
@@ -23,8 +24,12 @@ class CAppearanceLibraryBrowserCtrl;
 /// Appearances of an edit type of 1 or more can be edited; the others are shown read-only. A change is made in the
 /// appearance at once and told by AppearanceEdited(). Ctrl+Z takes the last one back, rejecting all of them.
 ///
-/// What changes a library (copy, delete, remove, type change, favourites) is not built yet: the browsers' context menus
-/// stay closed and the buttons of the cloud are disabled, so that nothing looks as if it worked.
+/// With the cloud enabled, the button "收藏" makes a favourite of the selected appearance, and "同步" sends the
+/// favourites that changed to the account of the login callback and brings what other machines sent; the labels beside
+/// "确定" tell how the account and the sending stand. What is in the cloud bears its mark. Without a login callback a
+/// session that the host opened by Login() is used.
+///
+/// Copying, deleting and type changes are not built yet, so the browsers' context menus stay closed.
 ///
 /// The search line (Ctrl+F) looks in the project's library as one types; Return also
 /// looks in the library below when the project's has no match.
@@ -54,6 +59,12 @@ public:
     /// Called with every appearance that the user selects or applies; the function object is copied.
     void SetApplyAppearanceReactor(const std::function<void(const kiv::CAppearanceInstancePtr&)>& reactor);
 
+    /// The account's session, one for the process. All return at once; what follows a login with `notifyOnSuccess` is
+    /// done by the dialogs that are open. `a`, `b` and `c` are the first texts of LoginAccountInfo.
+    static void Login(QString a, QString b, QString c, QString product, bool notifyOnSuccess);
+    static void Logout();
+    static bool IsLogin();
+
 signals:
     /// The id of the appearance to apply, as the dialog is accepted.
     void MatApply(QString& id);
@@ -74,12 +85,20 @@ protected:
     virtual void DoubleClickSystemBrowserFunc(const kiv::CAppearanceInstancePtr& appearance);
     /// The property of the key was edited; browsers and preview show it already. Empty in this edition.
     virtual void AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& key);
-    /// The following do nothing yet (null, false); nothing in the dialog calls them.
+    /// Does nothing yet; nothing in the dialog calls it.
     virtual kiv::CAppearanceInstancePtr CopyandAddAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance);
+    /// Stores the appearance, with its textures, as a favourite of the category. False when there is one like it (the
+    /// user is told) or it cannot be stored.
     virtual bool AddFavoriteAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& category);
+    /// Asks for the category of the selected appearance and makes a favourite of it. False when nothing is selected
+    /// that is no favourite yet.
     virtual bool AddFavoriteTexturesFunc();
+    /// Sends the favourites that the cloud does not have as they are here. Does nothing without a network, while such a
+    /// sending is under way, and when there is nothing to send.
     virtual void SynchronizedCloudFunc();
+    /// Does nothing yet; nothing in the dialog calls it.
     virtual void AppearanceDeletedFunc(const kiv::CAppearanceInstancePtr& appearance);
+    /// Removes a favourite with its files and, as soon as that is possible, its copies in the cloud.
     virtual void AppearanceRemoveFunc(const kiv::CAppearanceInstancePtr& appearance);
     /// A new identifier for an appearance.
     virtual std::wstring NewMaterialId();
@@ -90,6 +109,17 @@ protected:
     /// `root`/`libraryName`, behind a modal progress dialog. What cannot be read and ids that occur twice are skipped;
     /// cancelling keeps what is loaded. Texture files that lie below the favourite library path are found there.
     void LoadApperanceLibrary(const std::wstring& root, const std::string& libraryName);
+
+    /// Takes the host's hook (borrowed; null for none) and, with the cloud enabled, logs in with what it gives.
+    void SetLoginCallback(LoginCallback* callback);
+    /// Logs in with the account of the hook, or out when it has none. Answers whether a session is open as yet: a login
+    /// that was begun ends later. False without a hook.
+    bool SetLogin();
+    /// SetLogin(), when the hook allows it now.
+    bool MaterialLibraryLogin();
+    /// List what the cloud has; what this machine lacks of it is brought and shows up by and by.
+    void LoadSysLibMaterialIndex();
+    void LoadFavLibMaterialJson();
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -109,10 +139,19 @@ protected slots:
     void OnApplyAppearanceButton();
     void OnSearchValueChanged(const QString& text);
     void OnSearchValueChangedSlot();
+    void OnAddFavoriteAppearance(const kiv::CAppearanceInstancePtr& appearance, const kiv::String& category);
+    void OnAddFavoriteTextures();
+    void OnRemoveApperance(kiv::CAppearanceInstancePtr& appearance);
+    /// Synchronises, or logs in first and synchronises when that has succeeded.
+    void OnSynchronizedCloud();
+    /// A login succeeded.
+    void onLoginSuccessTimer();
+    /// The cloud has nothing of the favourite any more.
+    void onRemoveAppearance(const QString& id);
     void OnMaterialLibraryChange(const kiv::String& libraryName);
     void OnVerticalScrollBarChanged(int value);
     void OnDoubleClickTableWidget(QModelIndex index);
-    /// Every 200 ms while visible, once for each time that the dialog was shown.
+    /// Every 200 ms while visible, once for each time that the dialog was shown. Does nothing without the cloud.
     void onTimerOut();
     /// 500 ms after each show: loads the favourites.
     void onJsonTimerOut();

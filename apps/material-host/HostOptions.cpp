@@ -25,10 +25,17 @@ HostOptions HostOptions::fromArguments(const QStringList& arguments)
     const QCommandLineOption profile("profile", "The user's folder, with favourites and recent files.", "folder");
     const QCommandLineOption tour("tour", "Make the guided tour and leave its pictures in the folder.", "folder");
     const QCommandLineOption language("language", "Language of the texts: zh (default) or en.", "language", "zh");
+    const QCommandLineOption user("cloud-user", "User of the cloud account.", "name");
+    const QCommandLineOption address("cloud-address",
+                                     "WebDAV folder of the cloud account; the password is taken from the environment "
+                                     "variable MATERIAL_CLOUD_PASSWORD.",
+                                     "address");
+    const QCommandLineOption folder("cloud-folder", "Where accounts without an address keep their files.", "folder");
+    const QCommandLineOption signIn("sign-in", "Log in to the cloud account, say how that went, and leave.");
     QCommandLineParser parser;
     parser.setApplicationDescription("A small building whose elements take materials.");
     parser.addHelpOption();
-    parser.addOptions({data, profile, tour, language});
+    parser.addOptions({data, profile, tour, language, user, address, folder, signIn});
     parser.addPositionalArgument("project", "Project to open.", "[project.json]");
     parser.process(arguments);
     if (parser.positionalArguments().size() > 1 || !QStringList{"zh", "en"}.contains(parser.value(language)))
@@ -41,5 +48,9 @@ HostOptions HostOptions::fromArguments(const QStringList& arguments)
                                             : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     options.tour = parser.isSet(tour) ? QFileInfo(parser.value(tour)).absoluteFilePath() : QString();
     options.language = parser.value(language);
+    options.cloudUser = parser.value(user);
+    options.cloudAddress = parser.value(address);
+    options.cloudFolder = parser.isSet(folder) ? QFileInfo(parser.value(folder)).absoluteFilePath() : QString();
+    options.signIn = parser.isSet(signIn);
     return options;
 }

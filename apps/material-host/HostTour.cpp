@@ -1,5 +1,6 @@
 #include "HostTour.h"
 
+#include "CloudTour.h"
 #include "EditTour.h"
 #include "MainWindow.h"
 #include "SpaceTour.h"
@@ -72,8 +73,11 @@ int HostTour::run()
                                 {"whole-building", [this] { wholeBuilding(); }}};
     m_space = std::make_unique<SpaceTour>(m_library, m_tour, m_window);
     m_edit = std::make_unique<EditTour>(m_library, m_tour, m_window);
+    m_cloud = std::make_unique<CloudTour>(m_library, m_options, m_tour, m_window);
     m_space->addSteps(steps);
     m_edit->addSteps(steps);
+    m_cloud->addSteps(steps);
+        steps.erase(steps.begin() + 1, steps.end() - 5);
     return m_tour.run(steps);
 }
 

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class CloudTour;
 class EditTour;
 class MainWindow;
 class SpaceTour;
@@ -68,4 +69,5 @@ private:
     Documents m_documentsSaved;
     std::unique_ptr<SpaceTour> m_space;
     std::unique_ptr<EditTour> m_edit;
+    std::unique_ptr<CloudTour> m_cloud;
 };

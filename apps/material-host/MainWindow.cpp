@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "CloudAccountDialog.h"
 #include "HostOptions.h"
 
 #include <QActionGroup>
@@ -25,7 +26,7 @@ const QString View3DKey = QStringLiteral("view3D");
 
 MainWindow::MainWindow(kiv::CMaterialLibrary& library, const HostOptions& options)
     : m_library(library), m_language(options.language), m_samplePath(options.sampleProject()),
-      m_document(library, options.language), m_recent(options.profile),
+      m_document(library, options.language), m_recent(options.profile), m_account(options),
       m_settings(options.profile + "/material-host.ini", QSettings::IniFormat),
       m_fill(*library.GetMaterialManager(), m_textures)
 {
@@ -100,6 +101,7 @@ void MainWindow::makeMaterialMenu()
     QMenu* menu = menuBar()->addMenu(tr("&Material"));
     m_libraryAction = menu->addAction(tr("Material &Library..."), this, &MainWindow::openLibrary, QKeySequence("F4"));
     m_libraryAction->setEnabled(false);
+    menu->addAction(tr("Cloud &Account..."), this, &MainWindow::openAccount);
 }
 
 void MainWindow::makeViewMenu()
@@ -400,7 +402,7 @@ void MainWindow::openLibrary()
     const CAppearanceInstancePtr material = m_document.materialOf(m_selected);
     if (!material || m_session)
         return;
-    m_session = new MaterialSession(m_library, m_selected, material, m_language == "zh", this);
+    m_session = new MaterialSession(m_library, m_selected, material, m_account, m_language == "zh", this);
     connect(m_session, &MaterialSession::shown, this, &MainWindow::preview);
     connect(m_session, &MaterialSession::kept, this, &MainWindow::keep);
     connect(m_session, &MaterialSession::putBack, this,
@@ -410,6 +412,13 @@ void MainWindow::openLibrary()
     connect(m_session, &MaterialSession::putBack, this, &MainWindow::showMaterials);
     connect(m_session, &MaterialSession::closed, &m_document, &ProjectDocument::noticeLibraryChanges);
     m_session->open(elementOnScreen(m_selected));
+}
+
+void MainWindow::openAccount()
+{
+    auto* dialog = new CloudAccountDialog(m_account, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 void MainWindow::preview(const QString& elementId, const CAppearanceInstancePtr& material)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BuildingView3D.h"
+#include "CloudAccount.h"
 #include "ElementList.h"
 #include "ElevationView.h"
 #include "MaterialPanel.h"
@@ -44,6 +45,8 @@ public:
 public slots:
     void selectElement(const QString& elementId);
     void openLibrary();
+    /// Asks for the account in which favourites are mirrored.
+    void openAccount();
     void show3D(bool shown);
     void newProject();
     void openProject();
@@ -89,6 +92,7 @@ private:
     QString m_samplePath;
     ProjectDocument m_document;
     RecentFiles m_recent;
+    CloudAccount m_account;
     QSettings m_settings;
     TextureCache m_textures;
     MaterialFill m_fill;

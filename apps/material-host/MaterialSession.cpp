@@ -1,16 +1,15 @@
 #include "MaterialSession.h"
 
-#include <AppearanceLibraryBrowserCtrl.h>
-#include <MaterialLibraryWidget.h>
+#include "HostMaterialDialog.h"
 
-#include <MaterialConstants.h>
+#include <AppearanceLibraryBrowserCtrl.h>
 
 #include <QScreen>
 
 MaterialSession::MaterialSession(kiv::CMaterialLibrary& library, const QString& elementId,
-                                 const kiv::CAppearanceInstancePtr& material, bool translate, QWidget* window)
-    : QObject(window), m_elementId(elementId),
-      m_dialog(new CMaterialLibraryWidget(&library, false, window, translate, CUSTOMER_LIBRARY_NAME, true))
+                                 const kiv::CAppearanceInstancePtr& material, CloudAccount& account, bool translate,
+                                 QWidget* window)
+    : QObject(window), m_elementId(elementId), m_dialog(new HostMaterialDialog(library, account, translate, window))
 {
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     // Before the reactor is set: showing what the element has is no choice of the user.

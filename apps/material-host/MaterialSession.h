@@ -5,7 +5,8 @@
 #include <QPointer>
 #include <QString>
 
-class CMaterialLibraryWidget;
+class CloudAccount;
+class HostMaterialDialog;
 
 /// One opening of the material dialog for one element, from the moment it shows the element's material to the moment
 /// the host keeps another or puts the old one back.
@@ -21,7 +22,8 @@ public:
     /// Opens the dialog over `window`, beside the rectangle (of the screen) that should stay visible.
     /// `translate`: the dialog loads its Chinese texts.
     MaterialSession(kiv::CMaterialLibrary& library, const QString& elementId,
-                    const kiv::CAppearanceInstancePtr& material, bool translate, QWidget* window);
+                    const kiv::CAppearanceInstancePtr& material, CloudAccount& account, bool translate,
+                    QWidget* window);
     ~MaterialSession() override;
 
     void open(const QRect& keepVisible);
@@ -46,7 +48,7 @@ private:
     void placeBeside(const QRect& keepVisible);
 
     QString m_elementId;
-    QPointer<CMaterialLibraryWidget> m_dialog;
+    QPointer<HostMaterialDialog> m_dialog;
     kiv::CAppearanceInstancePtr m_shown;
     bool m_applied = false;
 };

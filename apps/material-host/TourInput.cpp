@@ -18,13 +18,21 @@ namespace {
 
 QPoint s_pointer;
 
-/// The window's point below which the widget lies uncovered.
+bool isUncovered(const QWidget& widget, const QPoint& globalPoint)
+{
+    const QWidget* met = QApplication::widgetAt(globalPoint);
+    const QWidget* modal = QApplication::activeModalWidget();
+    const bool isBlocked = modal && modal != widget.window() && !QApplication::activePopupWidget();
+    return !isBlocked && met && (met == &widget || widget.isAncestorOf(met));
+}
+
+/// The window's point below which the widget lies uncovered. A dialog that tells of progress may come up at any time
+/// and goes by itself: a person would wait for that.
 QPoint reach(QWidget& widget, const QPoint& point)
 {
     TourChecks::expect(widget.isVisible() && widget.isEnabled(), widget.objectName() + " can be clicked");
     s_pointer = widget.mapToGlobal(point);
-    QWidget* met = QApplication::widgetAt(s_pointer);
-    TourChecks::expect(met && (met == &widget || widget.isAncestorOf(met)), widget.objectName() + " is not covered");
+    TourChecks::await([&] { return isUncovered(widget, s_pointer); }, widget.objectName() + " is not covered");
     return widget.mapTo(widget.window(), point);
 }
 

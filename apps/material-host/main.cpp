@@ -1,8 +1,13 @@
+#include "CloudAccount.h"
 #include "HostOptions.h"
 #include "HostTour.h"
 #include "MainWindow.h"
+#include "SignIn.h"
 
 #include <GlobalConfig.h>
+
+#include <kiv/system/Connectivity.h>
+#include <nuvs/NUVSCloudSettings.h>
 
 #include <QApplication>
 #include <QDir>
@@ -41,6 +46,29 @@ bool openLibrary(kiv::CMaterialLibrary& library, const HostOptions& options)
     return false;
 }
 
+/// Where there is no network, tests and tours say whether there is one.
+void setUpNetwork(const HostOptions& options)
+{
+    NUVSCloudSettings settings;
+    settings.localFolder = options.cloudFolder.isEmpty() ? options.profile + "/cloud" : options.cloudFolder;
+    setNUVSCloudSettings(settings);
+    if (!kiv::system::OverrideConnectivityFromEnvironment())
+        std::cerr << "material-host: MATERIAL_NETWORK is neither \"online\" nor \"offline\"\n";
+}
+
+int signIn(QApplication& application, const HostOptions& options)
+{
+    CloudAccount account(options);
+    LoginAccountInfo info;
+    account.GetLoginInfo(info);
+    SignIn::begin(info, &application, [](const QString& reason) {
+        (reason.isEmpty() ? std::cout : std::cerr)
+            << (reason.isEmpty() ? "Signed in." : qPrintable(reason)) << std::endl;
+        QCoreApplication::exit(reason.isEmpty() ? 0 : 1);
+    });
+    return QApplication::exec();
+}
+
 /// The tour must not depend on, or change, what the user collected.
 std::unique_ptr<QTemporaryDir> tourProfile(HostOptions& options)
 {
@@ -65,6 +93,9 @@ int main(int argc, char** argv)
     std::unique_ptr<QTemporaryDir> profile;
     if (!options.tour.isEmpty())
         profile = tourProfile(options);
+    setUpNetwork(options);
+    if (options.signIn)
+        return signIn(application, options);
     kiv::CMaterialLibrary library;
     if (!openLibrary(library, options))
         return 1;

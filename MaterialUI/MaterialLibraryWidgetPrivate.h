@@ -1,0 +1,61 @@
+#pragma once
+
+#include "FavoriteMirror.h"
+#include "MaterialLibraryForm.h"
+#include "MaterialLibraryWidget.h"
+
+#include <QTimer>
+
+class LoginCallback;
+
+/// The dialog's own state, for the files that implement it: MaterialLibraryWidget.cpp (window, selecting, editing) and
+/// MaterialLibraryCloud.cpp (account, favourites, timers).
+struct CMaterialLibraryWidget::Private {
+    Private(kiv::CMaterialLibrary& materials, bool release, const std::string& name, bool cloud)
+        : library(materials), manager(*materials.GetMaterialManager()), releaseOnClose(release),
+          projectLibraryName(name), cloudEnabled(cloud), mirror(manager)
+    {
+    }
+
+    void setUpWindow(QDialog& dialog) const;
+    void showLibraries();
+    void connectSignals(QDialog& dialog) const;
+    void connectFavorites(QDialog& dialog) const;
+    void resetCloud() const;
+    void apply(const kiv::CAppearanceInstancePtr& appearance) const;
+    void show(const kiv::CAppearanceInstancePtr& appearance) const;
+    void followLibrary() const;
+    void keepEdits();
+    void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
+    void showAwaited();
+    void showCloudStatus(CMaterialLibraryWidget& dialog);
+    void askForNewLogin(CMaterialLibraryWidget& dialog);
+    void showSynchronization() const;
+    void takeArrivals();
+    void runRemovals() const;
+    void followVisibleRows() const;
+    bool needsCloud(const kiv::CAppearanceInstancePtr& appearance) const;
+    bool isFavorite(const kiv::CAppearanceInstancePtr& appearance) const;
+    void removeFiles(const kiv::CAppearanceInstance& favorite) const;
+    bool isFound(const kiv::CAppearanceInstancePtr& appearance, const QString& keyword) const;
+    kiv::CAppearanceLibraryPtr projectLibrary() const;
+    kiv::CAppearanceInstancePtr firstAppearance() const;
+    static kiv::CAppearanceInstancePtr appearanceAt(const CAppearanceLibraryBrowserCtrl& browser, int row);
+
+    kiv::CMaterialLibrary& library;
+    kiv::CAppearanceLibraryManager& manager;
+    bool releaseOnClose;
+    std::string projectLibraryName;
+    bool cloudEnabled;
+    std::function<void(const kiv::CAppearanceInstancePtr&)> reactor;
+    CMaterialLibraryForm form;
+    kiv::CAppearanceInstancePtr awaited;  ///< shown although textures of it are not here yet
+    bool hasEdits = false;                ///< that wait to be kept or taken back
+    CFavoriteMirror mirror;
+    LoginCallback* loginCallback = nullptr;
+    bool isOnline = false;
+    bool isSyncPending = false;  ///< asked for while nobody was logged in
+    bool isFavoritesLoaded = false;
+    QTimer statusTimer;
+    QTimer favoriteLoadTimer;
+};

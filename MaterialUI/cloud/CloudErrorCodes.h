@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// Codes that the cloud storage service answers beside the status codes of the server.
+namespace CloudErrorCodes {
+
+/// Not logged in, or logged in elsewhere since.
+extern const QString SessionLost;
+extern const QString AlreadyExists;
+
+/// What a code says; empty for an unknown one, such as a status of the server.
+QString Message(const QString& code);
+
+}  // namespace CloudErrorCodes

@@ -1,0 +1,98 @@
+#include "CloudRemovals.h"
+
+#include <kiv/system/StoredPath.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMutexLocker>
+
+namespace {
+
+constexpr qint64 MaxBytes = 64 << 20;
+
+// The loader of the favourites takes every ".json" for one of them.
+const char* const FileName = "/removed-from-cloud.list";
+
+}  // namespace
+
+void CCloudRemovals::SetFolder(const QString& favorites)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_file == favorites + FileName)
+        return;
+    m_file = favorites + FileName;
+    m_textures.clear();
+    m_begun.clear();
+    read();
+}
+
+void CCloudRemovals::read()
+{
+    QByteArray bytes;
+    QString reason;
+    if (!kiv::system::ReadWholeFile(m_file, MaxBytes, bytes, reason))
+        return;
+    const QJsonObject removed = QJsonDocument::fromJson(bytes).object();
+    for (auto entry = removed.begin(); entry != removed.end(); ++entry) {
+        QStringList& names = m_textures[entry.key()];
+        for (const QJsonValue& name : entry.value().toArray())
+            names.append(name.toString());
+    }
+}
+
+void CCloudRemovals::write() const
+{
+    QJsonObject removed;
+    for (auto entry = m_textures.begin(); entry != m_textures.end(); ++entry)
+        removed.insert(entry.key(), QJsonArray::fromStringList(entry.value()));
+    QString reason;
+    kiv::system::WriteWholeFile(m_file, QJsonDocument(removed).toJson(), reason);
+}
+
+void CCloudRemovals::Add(const QString& id, const QStringList& textureNames)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_textures.insert(id, textureNames);
+    m_begun.remove(id);
+    write();
+}
+
+void CCloudRemovals::Forget(const QString& id)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_begun.remove(id);
+    if (m_textures.remove(id) > 0)
+        write();
+}
+
+bool CCloudRemovals::Contains(const QString& id) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_textures.contains(id);
+}
+
+QHash<QString, QStringList> CCloudRemovals::Begin()
+{
+    const QMutexLocker locker(&m_mutex);
+    QHash<QString, QStringList> fresh;
+    for (auto entry = m_textures.begin(); entry != m_textures.end(); ++entry) {
+        if (!m_begun.contains(entry.key()))
+            fresh.insert(entry.key(), entry.value());
+    }
+    for (auto entry = fresh.begin(); entry != fresh.end(); ++entry)
+        m_begun.insert(entry.key());
+    return fresh;
+}
+
+bool CCloudRemovals::HasFresh() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_begun.size() < m_textures.size();
+}
+
+void CCloudRemovals::Restart()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_begun.clear();
+}

@@ -1,0 +1,6 @@
+#include "LoginCallback.h"
+
+LoginCallback::LoginCallback() = default;
+LoginCallback::LoginCallback(const LoginCallback& other) = default;
+LoginCallback& LoginCallback::operator=(const LoginCallback& other) = default;
+LoginCallback::~LoginCallback() = default;
