@@ -328,6 +328,13 @@ private slots:
         QCOMPARE(unknown.error, QNetworkReply::SslHandshakeFailedError);
         QVERIFY(!getNUVSCloudService()->accountService()->isLogin());
         QCOMPARE(visibleTree(other.GetFolder()), Tree());
+
+        // Within a session as well, for each connection that is made.
+        QCOMPARE(Login(place->account).Wait().Told(), QString("done"));
+        trustOnly({});
+        const QString path = writeFile(NewFolder() + "/secret.png", someBytes(2000 * 1000));
+        QCOMPARE(Upload({}, path).Wait().Told(), QString("error"));
+        QCOMPARE(visibleTree(place->Root()), Tree());
     }
 };
 
