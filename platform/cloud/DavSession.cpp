@@ -59,9 +59,9 @@ void arrange(QVector<NUVSCloudFileItem>& items)
 
 }  // namespace
 
-CDavSession::CDavSession(const SAccount& account, std::function<void()> lost)
+CDavSession::CDavSession(const SAccount& account, IStorage& owner, LostFunction lost)
     : m_address(account.address), m_product(account.product), m_mark(NewMarkName()), m_connection(account),
-      m_lost(std::move(lost))
+      m_owner(owner), m_lost(std::move(lost))
 {
 }
 
@@ -93,7 +93,7 @@ void CDavSession::Look(const QUrl& url, int depth, const AnswerBasePtr& answer, 
         order.body = Question;
     }
     order.largestAnswer = LargestListing;
-    m_connection.Send(order, answer, [handler](SDavAnswer got) {
+    m_connection.Send(order, answer, [keep = m_owner.shared_from_this(), handler](SDavAnswer got) {
         QVector<SDavEntry> entries;
         const bool isRead = got.status == Multistatus && CMultistatusReader(got.body).Read(entries);
         if (got.IsSuccess() && !isRead)
@@ -171,7 +171,7 @@ void CDavSession::Refuse(const SDavAnswer& got, CAnswerBase& answer, QLatin1Stri
 
 void CDavSession::Lose(CAnswerBase& answer)
 {
-    m_lost();
+    m_lost(m_owner);
     answer.Refuse({code::NotLoggedIn, QNetworkReply::AuthenticationRequiredError});
 }
 

@@ -15,12 +15,13 @@ struct SDavListing {
 
 /// What the requests of one session share: the server, the mark, what is known of the server, and how refusals are
 /// told.
+/// Part of its storage; requests keep that alive when the service has already let go of it.
 class CDavSession {
 public:
     using ListHandler = std::function<void(const SDavListing& listing)>;
     using LookHandler = std::function<void(const SDavAnswer& answer, const QVector<SDavEntry>& entries)>;
 
-    CDavSession(const SAccount& account, std::function<void()> lost);
+    CDavSession(const SAccount& account, IStorage& owner, LostFunction lost);
 
     CDavConnection& Connection() { return m_connection; }
     const QUrl& Address() const { return m_address; }
@@ -58,7 +59,8 @@ private:
     const QString m_product;
     const QString m_mark;
     CDavConnection m_connection;
-    const std::function<void()> m_lost;
+    IStorage& m_owner;
+    const LostFunction m_lost;
     QHash<QString, qint64> m_files;  ///< sizes
     bool m_canMove = true;
 };

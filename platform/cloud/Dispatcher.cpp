@@ -142,43 +142,49 @@ void CDispatcher::Logout(const AnswerPtr<NUVSLogoutInfo>& answer)
     storage->Close(answer);
 }
 
-bool CDispatcher::HasSession(CAnswerBase& answer) const
+// A copy: a request that finds its session lost takes it from the dispatcher while it is still in the storage.
+std::shared_ptr<IStorage> CDispatcher::Begin(CAnswerBase& answer) const
 {
     answer.Start();
     if (!m_storage)
         answer.Refuse({code::NotLoggedIn, {}});
-    return m_storage != nullptr;
+    return m_storage;
 }
 
 void CDispatcher::Children(const QString& id, const AnswerPtr<NUVSCloudChildren>& answer)
 {
-    if (HasSession(*answer) && isFolder(id, *answer))
-        m_storage->Children(id, answer);
+    const std::shared_ptr<IStorage> storage = Begin(*answer);
+    if (storage && isFolder(id, *answer))
+        storage->Children(id, answer);
 }
 
 void CDispatcher::CreateFolder(const QString& name, const QString& parent,
                                const AnswerPtr<NUVSCloudCreateFolder>& answer)
 {
-    if (HasSession(*answer) && isNewName(name, *answer) && isFolder(parent, *answer))
-        m_storage->CreateFolder(name, parent, answer);
+    const std::shared_ptr<IStorage> storage = Begin(*answer);
+    if (storage && isNewName(name, *answer) && isFolder(parent, *answer))
+        storage->CreateFolder(name, parent, answer);
 }
 
 void CDispatcher::Upload(const QString& folder, const QString& localPath, const AnswerPtr<NUVSCloudUploadFile>& answer)
 {
-    if (HasSession(*answer) && isFolder(folder, *answer))
-        m_storage->Upload(folder, localPath, answer);
+    const std::shared_ptr<IStorage> storage = Begin(*answer);
+    if (storage && isFolder(folder, *answer))
+        storage->Upload(folder, localPath, answer);
 }
 
 void CDispatcher::Download(const QString& id, const QString& localPath, const AnswerPtr<NUVSBaseInfo>& answer)
 {
-    if (HasSession(*answer) && isEntry(id, *answer))
-        m_storage->Download(id, localPath, answer);
+    const std::shared_ptr<IStorage> storage = Begin(*answer);
+    if (storage && isEntry(id, *answer))
+        storage->Download(id, localPath, answer);
 }
 
 void CDispatcher::Delete(const QString& id, const AnswerPtr<NUVSCloudDelFile>& answer)
 {
-    if (HasSession(*answer) && isEntry(id, *answer))
-        m_storage->Delete(id, answer);
+    const std::shared_ptr<IStorage> storage = Begin(*answer);
+    if (storage && isEntry(id, *answer))
+        storage->Delete(id, answer);
 }
 
 void CDispatcher::Shutdown()

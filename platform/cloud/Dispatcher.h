@@ -52,7 +52,7 @@ private:
                 const AnswerPtr<NUVSLoginInfo>& answer);
     void Lost(const IStorage& storage);
     void Forget();
-    bool HasSession(CAnswerBase& answer) const;
+    std::shared_ptr<IStorage> Begin(CAnswerBase& answer) const;
 
     CLoginState& m_state;
     std::deque<SWaitingLogin> m_logins;

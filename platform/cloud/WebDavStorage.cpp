@@ -60,8 +60,7 @@ void deleteEntry(const DavSessionPtr& session, const QString& id, bool isFolder,
 
 }  // namespace
 
-CWebDavStorage::CWebDavStorage(const SAccount& account, const LostFunction& lost)
-    : m_session(account, [this, lost] { lost(*this); })
+CWebDavStorage::CWebDavStorage(const SAccount& account, const LostFunction& lost) : m_session(account, *this, lost)
 {
 }
 
