@@ -189,7 +189,8 @@ private slots:
         AddRows("download", Failures("GET", {}));
         AddRows("download", {{fault(CFault::CutBody, "GET"), "error"},
                              {fault(CFault::LongLength, "GET"), "error"},
-                             {fault(CFault::HangInBody, "GET"), "time-out"}});
+                             {fault(CFault::HangInBody, "GET"), "time-out"},
+                             {fault(CFault::ShortLength, "GET"), "error"}});
     }
 
     // One request meets a fault, and the same request is made again without it.
@@ -268,6 +269,13 @@ private slots:
             QCOMPARE(Upload(folder, writeFile(here + "/new.json", someBytes(size))).Wait().Told(), QString("done"));
             QCOMPARE(methods(server.GetScript().TakeLog()), QString("PUT MOVE"));
         }
+        // In another session as well: what the folder holds is asked for once.
+        QCOMPARE(Logout().Wait().Told(), QString("done"));
+        QCOMPARE(Login(server.account).Wait().Told(), QString("done"));
+        server.GetScript().TakeLog();
+        for (const char* name : {"/new.json", "/old.json", "/newer.json"})
+            QCOMPARE(Upload(folder, writeFile(here + name, "{}")).Wait().Told(), QString("done"));
+        QCOMPARE(methods(server.GetScript().TakeLog()), QString("PUT MOVE PROPFIND MOVE PUT MOVE PUT MOVE"));
     }
 
     void brokenDownloadsGoOn_data()

@@ -132,6 +132,39 @@ private slots:
         }
     }
 
+    // What is under way when its session is lost ends after another session was opened, and does not touch that.
+    void requestsOutliveTheirSession()
+    {
+        CFaultServer server;
+        const CCloudAccount account{server.User, server.Password, server.GetAddress()};
+        const QString root = server.GetFolder() + "/KIV", here = NewFolder();
+        writeFile(root + "/JsonFiles/a.json", "{}");
+        QCOMPARE(Login(account).Wait().Told(), QString("done"));
+        const QString folder = idOf("JsonFiles"), file = idOf("a.json", folder);
+        for (auto kind : {CFault::Hang, CFault::HangInBody}) {
+            server.GetScript().TakeLog();
+            CFault hang{kind};
+            hang.times = 5;
+            server.GetScript().Add(hang);
+            const auto listing = Children();
+            const auto made = CreateFolder("new", folder);
+            const auto upload = Upload(folder, writeFile(here + "/b.json", "{}"));
+            const auto download = Download(file, here + "/a.json");
+            const auto deleted = Delete(file);
+            QVERIFY(server.GetScript().WaitForRequests(5));
+            for (const QString& mark : marksIn(root))
+                QVERIFY(QDir(root + '/' + mark).removeRecursively());
+            QCOMPARE(Children().Wait().Told(), QString("NUVS_000002"));
+            QCOMPARE(Login(account).Wait().Told(), QString("done"));
+            server.GetScript().Clear();
+            for (const QString& told : {listing.Wait().Told(), made.Wait().Told(), upload.Wait().Told(),
+                                        download.Wait().Told(), deleted.Wait().Told()})
+                QVERIFY2(!told.startsWith("endings"), qPrintable(told));
+            QVERIFY(getNUVSCloudService()->accountService()->isLogin());
+            QCOMPARE(Children().Wait().Told(), QString("done"));
+        }
+    }
+
     void aCallbackMayGiveUpItsReply()
     {
         CFaultServer server;
@@ -171,7 +204,7 @@ private slots:
         QProcess helper;
         helper.start(CLOUD_HELPER,
                      helperArguments("upload", {server.User, server.Password, server.GetAddress()}, {}, path));
-        QVERIFY(server.GetScript().WaitForRequest("PUT"));
+        QVERIFY(server.GetScript().WaitForRequests(1, "PUT"));
         QElapsedTimer clock;
         clock.start();
         helper.write("end\n");

@@ -41,12 +41,12 @@ QVector<CRequestRecord> CFaultScript::TakeLog()
     return log;
 }
 
-bool CFaultScript::WaitForRequest(const QByteArray& method)
+bool CFaultScript::WaitForRequests(int count, const QByteArray& method)
 {
+    const auto isMeant = [&](const CRequestRecord& seen) { return method.isEmpty() || seen.method == method; };
     std::unique_lock<std::mutex> lock(m_mutex);
-    return m_changed.wait_for(lock, Patience, [&] {
-        return std::any_of(m_log.cbegin(), m_log.cend(), [&](const auto& seen) { return seen.method == method; });
-    });
+    return m_changed.wait_for(lock, Patience,
+                              [&] { return std::count_if(m_log.cbegin(), m_log.cend(), isMeant) >= count; });
 }
 
 std::optional<CFault> CFaultScript::Take(const QByteArray& method, const QString& path)

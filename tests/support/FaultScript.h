@@ -56,8 +56,9 @@ public:
     /// Clear(), and what hangs from now on goes on at once.
     void Stop();
     QVector<CRequestRecord> TakeLog();
-    /// Waits until a request of the method came; false when none did within a generous time.
-    bool WaitForRequest(const QByteArray& method);
+    /// Waits until so many requests of the method (empty: of any) came since the log was taken; false when they did not
+    /// within a generous time.
+    bool WaitForRequests(int count, const QByteArray& method = {});
 
     /// The fault that this request gets.
     std::optional<CFault> Take(const QByteArray& method, const QString& path);
