@@ -24,6 +24,13 @@ QString textureName(const CAppearanceInstance& texture)
     return QString::fromStdWString(kiv::system::LastSegment(file));
 }
 
+// A document may have got there without its texture, and is told by the listing as if it were whole.
+bool isLackedByCloud(const QString& textureName)
+{
+    const CCloudIndex& index = CCloudService::Instance().GetIndex();
+    return index.IsLoaded(CCloudIndex::Textures) && index.Find(CCloudIndex::Textures, textureName).isEmpty();
+}
+
 }  // namespace
 
 CloudFolders CFavoriteMirror::Folders() const
@@ -51,10 +58,12 @@ CFavoriteMirror::Files CFavoriteMirror::Collect()
     const CloudFolders folders = Folders();
     for (const auto& entry : *favorites) {
         const QString document = folders.document(QString::fromLocal8Bit(entry.first.c_str()));
-        if (!kiv::system::IsRegularFile(document) || m_comparison.IsRecorded(document))
+        if (!kiv::system::IsRegularFile(document))
             continue;
         const auto diffuse = entry.second->GetDiffuseTexture();
         const kiv::String stored = diffuse ? diffuse->GetTextureFile() : kiv::String();
+        if (m_comparison.IsRecorded(document) && (stored.empty() || !isLackedByCloud(textureName(*diffuse))))
+            continue;
         const QString texture = QString::fromLocal8Bit(m_manager.ResolvePath(stored).c_str());
         if (!stored.empty() && !kiv::system::IsRegularFile(texture))
             continue;

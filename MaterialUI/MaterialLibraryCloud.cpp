@@ -217,13 +217,14 @@ void CMaterialLibraryWidget::OnRemoveApperance(kiv::CAppearanceInstancePtr& appe
     AppearanceRemoveFunc(appearance);
 }
 
-// What the cloud has of it goes with one of the next ticks, or once somebody is logged in.
+// What the cloud has of it goes with one of the next ticks, or once somebody is logged in. Without a session nobody
+// knows whether the cloud has something: the mark is no sign of that.
 void CMaterialLibraryWidget::AppearanceRemoveFunc(const kiv::CAppearanceInstancePtr& appearance)
 {
     const auto favorites = m->manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
     if (!appearance || !favorites)
         return;
-    if (appearance->GetCloudFlag())
+    if (m->cloudEnabled)
         CCloudService::Instance().RemoveFavorite(QString::fromLocal8Bit(appearance->GetId().c_str()),
                                                  CFavoriteMirror::TextureNames(*appearance));
     m->removeFiles(*appearance);

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QMutexLocker>
 #include <QRegularExpression>
 
@@ -38,11 +39,14 @@ private:
     QString m_name;
 };
 
+// Under another name it would be a favourite that can neither be sent nor removed.
 bool isDocument(const QString& path)
 {
     QByteArray bytes;
     QString reason;
-    return kiv::system::ReadWholeFile(path, MaxDocument, bytes, reason) && QJsonDocument::fromJson(bytes).isObject();
+    const QString id = QFileInfo(path).completeBaseName();
+    return kiv::system::ReadWholeFile(path, MaxDocument, bytes, reason) && !id.isEmpty() &&
+           QJsonDocument::fromJson(bytes).object().value(QLatin1String("id")).toString() == id;
 }
 
 // Textures are named after their content. Other names tell nothing about it.
