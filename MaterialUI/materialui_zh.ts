@@ -398,20 +398,12 @@
         <source>确定</source>
         <translation>确定</translation>
     </message>
-    <message>
-        <source>登录云端后可用</source>
-        <translation>登录云端后可用</translation>
-    </message>
 </context>
 <context>
     <name>CMaterialLibraryWidget</name>
     <message>
         <source>材质库</source>
         <translation>材质库</translation>
-    </message>
-    <message>
-        <source>离线</source>
-        <translation>离线</translation>
     </message>
     <message>
         <source>严重错误</source>
