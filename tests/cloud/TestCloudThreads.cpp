@@ -68,6 +68,23 @@ QStringList makeRequests(const QString& folder, const QString& here, int thread)
     return told;
 }
 
+std::function<QStringList()> nothingUnderWay()
+{
+    return [] { return QStringList(); };
+}
+
+// Begins one of each operation that changes something; what is answered waits for them.
+std::function<QStringList()> begin(const QString& folder, const QString& file, const QString& here)
+{
+    const auto made = CreateFolder("new", folder);
+    const auto upload = Upload(folder, writeFile(here + "/b.json", "{}"));
+    const auto download = Download(file, here + "/a.json");
+    const auto deleted = Delete(file);
+    return [=] {
+        return QStringList{made.Wait().Told(), upload.Wait().Told(), download.Wait().Told(), deleted.Wait().Told()};
+    };
+}
+
 }  // namespace
 
 class TestCloudThreads : public CCloudTest {
@@ -132,37 +149,47 @@ private slots:
         }
     }
 
+    void requestsOutliveTheirSession_data()
+    {
+        QTest::addColumn<bool>("listing");
+        QTest::addColumn<bool>("lost");
+        QTest::newRow("a listing that found it open") << true << false;
+        QTest::newRow("a listing that found it lost") << true << true;
+        QTest::newRow("all others, open") << false << false;
+        QTest::newRow("all others, lost") << false << true;
+    }
+
     // What is under way when its session is lost ends after another session was opened, and does not touch that.
     void requestsOutliveTheirSession()
     {
+        QFETCH(bool, listing);
+        QFETCH(bool, lost);
         CFaultServer server;
         const CCloudAccount account{server.User, server.Password, server.GetAddress()};
         const QString root = server.GetFolder() + "/KIV", here = NewFolder();
         writeFile(root + "/JsonFiles/a.json", "{}");
         QCOMPARE(Login(account).Wait().Told(), QString("done"));
         const QString folder = idOf("JsonFiles"), file = idOf("a.json", folder);
-        for (auto kind : {CFault::Hang, CFault::HangInBody}) {
-            server.GetScript().TakeLog();
-            CFault hang{kind};
-            hang.times = 5;
-            server.GetScript().Add(hang);
-            const auto listing = Children();
-            const auto made = CreateFolder("new", folder);
-            const auto upload = Upload(folder, writeFile(here + "/b.json", "{}"));
-            const auto download = Download(file, here + "/a.json");
-            const auto deleted = Delete(file);
-            QVERIFY(server.GetScript().WaitForRequests(5));
+        const auto loseSession = [&] {
             for (const QString& mark : marksIn(root))
                 QVERIFY(QDir(root + '/' + mark).removeRecursively());
-            QCOMPARE(Children().Wait().Told(), QString("NUVS_000002"));
-            QCOMPARE(Login(account).Wait().Told(), QString("done"));
-            server.GetScript().Clear();
-            for (const QString& told : {listing.Wait().Told(), made.Wait().Told(), upload.Wait().Told(),
-                                        download.Wait().Told(), deleted.Wait().Told()})
-                QVERIFY2(!told.startsWith("endings"), qPrintable(told));
-            QVERIFY(getNUVSCloudService()->accountService()->isLogin());
-            QCOMPARE(Children().Wait().Told(), QString("done"));
-        }
+        };
+        if (lost)
+            loseSession();
+        server.GetScript().TakeLog();
+        const int count = listing ? 1 : 4;
+        server.GetScript().Add({CFault::HangInBody, "", "", 0, "", 0, count});
+        const std::function<QStringList()> waitForOthers = listing ? nothingUnderWay() : begin(folder, file, here);
+        const auto children = Children(listing ? QString() : folder);
+        QVERIFY(server.GetScript().WaitForRequests(count));
+        loseSession();
+        QCOMPARE(Children().Wait().Told(), QString("NUVS_000002"));
+        QCOMPARE(Login(account).Wait().Told(), QString("done"));
+        server.GetScript().Clear();
+        for (const QString& told : waitForOthers() + QStringList{children.Wait().Told()})
+            QVERIFY2(!told.startsWith("endings"), qPrintable(told));
+        QVERIFY(getNUVSCloudService()->accountService()->isLogin());
+        QCOMPARE(Children().Wait().Told(), QString("done"));
     }
 
     void aCallbackMayGiveUpItsReply()
