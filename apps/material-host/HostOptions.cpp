@@ -24,6 +24,8 @@ HostOptions HostOptions::fromArguments(const QStringList& arguments)
     const QCommandLineOption data("data", "Folder of the shipped library, templates and textures.", "folder");
     const QCommandLineOption profile("profile", "The user's folder, with favourites and recent files.", "folder");
     const QCommandLineOption tour("tour", "Make the guided tour and leave its pictures in the folder.", "folder");
+    const QCommandLineOption part("tour-part", "Only the steps of the tour whose names begin so, as in \"cloud\".",
+                                  "name");
     const QCommandLineOption language("language", "Language of the texts: zh (default) or en.", "language", "zh");
     const QCommandLineOption user("cloud-user", "User of the cloud account.", "name");
     const QCommandLineOption address("cloud-address",
@@ -35,7 +37,7 @@ HostOptions HostOptions::fromArguments(const QStringList& arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription("A small building whose elements take materials.");
     parser.addHelpOption();
-    parser.addOptions({data, profile, tour, language, user, address, folder, signIn});
+    parser.addOptions({data, profile, tour, part, language, user, address, folder, signIn});
     parser.addPositionalArgument("project", "Project to open.", "[project.json]");
     parser.process(arguments);
     if (parser.positionalArguments().size() > 1 || !QStringList{"zh", "en"}.contains(parser.value(language)))
@@ -47,6 +49,7 @@ HostOptions HostOptions::fromArguments(const QStringList& arguments)
     options.profile = parser.isSet(profile) ? QFileInfo(parser.value(profile)).absoluteFilePath()
                                             : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     options.tour = parser.isSet(tour) ? QFileInfo(parser.value(tour)).absoluteFilePath() : QString();
+    options.tourPart = parser.value(part);
     options.language = parser.value(language);
     options.cloudUser = parser.value(user);
     options.cloudAddress = parser.value(address);

@@ -9,6 +9,7 @@ struct HostOptions {
     QString data;          ///< folder of the shipped data; empty when none was found
     QString profile;       ///< the user's folder: favourites, recent files
     QString tour;          ///< folder for the pictures of the guided tour; empty: no tour
+    QString tourPart;      ///< what the names of the tour's steps begin with, but for the first; empty: all of it
     QString language;      ///< "zh" or "en"
     QString cloudUser;     ///< these two: empty for what the profile has
     QString cloudAddress;  ///< of a WebDAV folder

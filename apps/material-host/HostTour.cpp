@@ -23,6 +23,8 @@
 #include <QTableWidget>
 #include <QTreeWidget>
 
+#include <algorithm>
+
 using kiv::CAppearanceInstancePtr;
 using TourChecks::await;
 using TourChecks::awaitActive;
@@ -77,8 +79,16 @@ int HostTour::run()
     m_space->addSteps(steps);
     m_edit->addSteps(steps);
     m_cloud->addSteps(steps);
-        steps.erase(steps.begin() + 1, steps.end() - 5);
+    steps.erase(steps.begin() + 1, steps.end() - 5);
+    keepPart(steps);
     return m_tour.run(steps);
+}
+
+// The first step makes the window.
+void HostTour::keepPart(std::vector<TourStep>& steps) const
+{
+    const auto isLeftOut = [this](const TourStep& step) { return !step.name.startsWith(m_options.tourPart); };
+    steps.erase(std::remove_if(steps.begin() + 1, steps.end(), isLeftOut), steps.end());
 }
 
 // ---- steps

@@ -28,6 +28,7 @@ public:
 private:
     using Documents = QMap<QString, std::string>;  // by element
 
+    void keepPart(std::vector<TourStep>& steps) const;
     void start();
     void selectElement();
     void openLibrary();

@@ -52,7 +52,10 @@ void setUpNetwork(const HostOptions& options)
     NUVSCloudSettings settings;
     settings.localFolder = options.cloudFolder.isEmpty() ? options.profile + "/cloud" : options.cloudFolder;
     setNUVSCloudSettings(settings);
-    if (!kiv::system::OverrideConnectivityFromEnvironment())
+    // A tour shows the same on a machine without a way out.
+    if (!options.tour.isEmpty())
+        kiv::system::OverrideConnectivity(true);
+    else if (!kiv::system::OverrideConnectivityFromEnvironment())
         std::cerr << "material-host: MATERIAL_NETWORK is neither \"online\" nor \"offline\"\n";
 }
 
