@@ -13,6 +13,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
@@ -43,7 +44,8 @@ CloudTour::~CloudTour() = default;
 
 void CloudTour::addSteps(std::vector<TourStep>& steps)
 {
-    steps.insert(steps.end(), {{"cloud-login", [this] { logIn(); }},
+    steps.insert(steps.end(), {{"cloud-account", [this] { refuseAddress(); }},
+                               {"cloud-login", [this] { logIn(); }},
                                {"cloud-collect", [this] { collect(); }},
                                {"cloud-synchronise", [this] { synchronise(); }},
                                {"cloud-second-profile", [this] { openSecondProfile(); }},
@@ -51,6 +53,20 @@ void CloudTour::addSteps(std::vector<TourStep>& steps)
 }
 
 // ---- steps
+
+void CloudTour::refuseAddress()
+{
+    m_window->openAccount();
+    await([] { return QApplication::activeModalWidget(); }, "the account is asked for");
+    QWidget& account = *QApplication::activeModalWidget();
+    awaitActive(account);
+    TourInput::retype(part<QLineEdit>(account, "cloudAddress"), "ftp://example.com/favourites");
+    const QString hint = part<QLabel>(account, "cloudHint").text();
+    TourInput::press(Qt::Key_Return);
+    expect(account.isVisible() && part<QLabel>(account, "cloudHint").text() != hint, "the address is refused");
+    m_tour.picture("refused");
+    closeDialog(*m_window, [] { TourInput::press(Qt::Key_Escape); });
+}
 
 void CloudTour::logIn()
 {

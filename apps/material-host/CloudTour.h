@@ -25,6 +25,7 @@ public:
 private:
     using Files = QMap<QString, QByteArray>;  // of one folder, by name
 
+    void refuseAddress();
     void logIn();
     void collect();
     void synchronise();

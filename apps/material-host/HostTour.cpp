@@ -79,7 +79,6 @@ int HostTour::run()
     m_space->addSteps(steps);
     m_edit->addSteps(steps);
     m_cloud->addSteps(steps);
-    steps.erase(steps.begin() + 1, steps.end() - 5);
     keepPart(steps);
     return m_tour.run(steps);
 }
