@@ -14,8 +14,15 @@ public:
 
     /// Forgets the folders, not what arrived: they may belong to another account now.
     void Clear();
-    /// Takes over a whole listing.
-    void Replace(Folder folder, const QVector<NUVSCloudFileItem>& items);
+    /// When a listing was asked for.
+    struct Moment {
+        int session = 0;
+        int change = 0;
+    };
+    Moment Now() const;
+    /// Takes over a whole listing. What was added or removed after the listing was asked for stays so. False, changing
+    /// nothing, when Clear() came in between.
+    bool Replace(Folder folder, const QVector<NUVSCloudFileItem>& items, const Moment& asked);
     void Add(Folder folder, const QString& name, const QString& fileId);
     void Remove(Folder folder, const QString& name);
     /// Whether a listing was taken over since the last Clear().
@@ -32,8 +39,12 @@ private:
     struct Listing {
         bool isLoaded = false;
         QHash<QString, QString> fileIds;  ///< by name
+        QHash<QString, int> changes;      ///< numbers of what was added or removed from here, by name
         QStringList arrived;
     };
+    void change(Folder folder, const QString& name);
+
     mutable QReadWriteLock m_lock;
+    Moment m_now;
     Listing m_listings[2];
 };

@@ -54,7 +54,32 @@ void CCloudService::Open(const CloudFolders& folders)
 // Called where the login was answered, which is not where the timer lives.
 void CCloudService::StartLoginTimer()
 {
-    QMetaObject::invokeMethod(&m_loginTimer, "start", Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { announceLogin(); }, Qt::QueuedConnection);
+}
+
+// The timer repeats without a pause until somebody stops it.
+void CCloudService::announceLogin()
+{
+    m_isLoginNews = m_dialogCount == 0;
+    if (!m_isLoginNews)
+        m_loginTimer.start();
+}
+
+void CCloudService::Attach()
+{
+    ++m_dialogCount;
+    if (m_isLoginNews)
+        announceLogin();
+}
+
+void CCloudService::Detach()
+{
+    --m_dialogCount;
+    if (m_dialogCount == 0 && m_loginTimer.isActive()) {
+        m_loginTimer.stop();
+        m_isLoginNews = true;
+    }
 }
 
 CloudFolders CCloudService::folders() const
@@ -113,12 +138,13 @@ int CCloudService::CountTextures() const
 
 void CCloudService::LoadTextureIndex()
 {
-    getNUVSCloudService()->fileService()->children({}, new IndexDownloadCallback(CCloudIndex::Textures));
+    getNUVSCloudService()->fileService()->children({}, new IndexDownloadCallback(CCloudIndex::Textures, m_index.Now()));
 }
 
 void CCloudService::LoadDocuments()
 {
-    getNUVSCloudService()->fileService()->children({}, new IndexDownloadCallback(CCloudIndex::Documents));
+    getNUVSCloudService()->fileService()->children({},
+                                                   new IndexDownloadCallback(CCloudIndex::Documents, m_index.Now()));
 }
 
 void CCloudService::Restart()
@@ -128,9 +154,11 @@ void CCloudService::Restart()
     m_removals.Restart();
 }
 
-void CCloudService::TakeListing(CCloudIndex::Folder folder, const QVector<NUVSCloudFileItem>& items)
+void CCloudService::TakeListing(CCloudIndex::Folder folder, const QVector<NUVSCloudFileItem>& items,
+                                const CCloudIndex::Moment& asked)
 {
-    m_index.Replace(folder, items);
+    if (!m_index.Replace(folder, items, asked))
+        return;
     if (folder == CCloudIndex::Documents) {
         for (const NUVSCloudFileItem& item : items)
             takeDocument(item);
@@ -144,7 +172,8 @@ void CCloudService::takeDocument(const NUVSCloudFileItem& item)
     if (item.isFolder || !item.name.endsWith(DocumentSuffix))
         return;
     const QString id = item.name.chopped(DocumentSuffix.size());
-    if (m_removals.Contains(id))
+    const bool isGone = m_index.Find(CCloudIndex::Documents, item.name).isEmpty();
+    if (isGone || m_removals.Contains(id))
         return;
     const CloudFolders place = folders();
     const QFileInfo local(place.document(id));
@@ -152,7 +181,7 @@ void CCloudService::takeDocument(const NUVSCloudFileItem& item)
         m_downloads.Request(CCloudIndex::Documents, item.name);
     } else if (isSameDocument(local, item)) {
         if (!QFileInfo::exists(place.record(id)))
-            UploadRecords::Keep(local.filePath());
+            UploadRecords::Keep(local.filePath(), UploadRecords::StateOf(local.filePath()));
         m_index.AddArrived(CCloudIndex::Documents, id);
     }
 }
@@ -169,11 +198,12 @@ void CCloudService::KeepFavorite(const QString& id)
     m_removals.Forget(id);
 }
 
-CloudCopies CCloudService::copiesOf(const QString& id, const QStringList& textureNames, const QSet<QString>& used) const
+CloudCopies CCloudService::copiesOf(const QString& id, const QStringList& textureNames,
+                                    const std::function<bool(const QString&)>& isUsed) const
 {
     CloudCopies copies{id, m_index.Find(CCloudIndex::Documents, id + DocumentSuffix), {}, {}};
     for (const QString& name : textureNames) {
-        const QString file = used.contains(name) ? QString() : m_index.Find(CCloudIndex::Textures, name);
+        const QString file = isUsed(name) ? QString() : m_index.Find(CCloudIndex::Textures, name);
         if (file.isEmpty())
             continue;
         copies.textureNames.append(name);
@@ -182,28 +212,28 @@ CloudCopies CCloudService::copiesOf(const QString& id, const QStringList& textur
     return copies;
 }
 
+// What is being sent in this instant is not known to be there yet, and what is being brought may use the same textures.
 bool CCloudService::HasRemovals() const
 {
-    return m_removals.HasFresh() && m_index.IsLoaded(CCloudIndex::Documents) && m_index.IsLoaded(CCloudIndex::Textures);
+    return m_status.IsIdle() && !m_downloads.AreDocumentsUnderWay() && m_removals.HasFresh() &&
+           m_index.IsLoaded(CCloudIndex::Documents) && m_index.IsLoaded(CCloudIndex::Textures);
 }
 
-void CCloudService::RunRemovals(const QSet<QString>& usedTextures)
+void CCloudService::RunRemoval(const std::function<bool(const QString&)>& isUsed)
 {
-    const QHash<QString, QStringList> removals = m_removals.Begin();
-    for (auto removal = removals.begin(); removal != removals.end(); ++removal) {
-        const CloudCopies copies = copiesOf(removal.key(), removal.value(), usedTextures);
-        if (copies.isEmpty()) {
-            m_removals.Forget(removal.key());
-        } else {
-            m_status.CountWaiting();
-            RemovalCallback::Begin(copies);
-        }
+    const CCloudRemovals::Removal removal = m_removals.Begin();
+    const CloudCopies copies = copiesOf(removal.id, removal.textureNames, isUsed);
+    if (copies.isEmpty()) {
+        m_removals.Forget(removal.id);
+    } else {
+        m_status.CountRemoval();
+        RemovalCallback::Begin(copies);
     }
 }
 
 void CCloudService::EndRemoval(const QString& id)
 {
     m_removals.Forget(id);
-    m_status.CountSuccess();
+    m_status.CountRemovalEnd(true);
     emit onRemoveAppearance(id);
 }

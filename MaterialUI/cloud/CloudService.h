@@ -11,6 +11,7 @@
 #include <QReadWriteLock>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 class CUploadWorker;
@@ -29,13 +30,16 @@ public:
 
     /// A dialog is being set up. Its favourites are the ones that are mirrored from here on; the counters start at 0.
     void Open(const CloudFolders& folders);
+    /// Dialogs that listen to the login timer, while they live.
+    void Attach();
+    void Detach();
     void SetVisible(bool isVisible) { m_isVisible = isVisible; }
     bool IsVisible() const { return m_isVisible; }
     bool IsOpen() const { return m_isOpen; }
     /// Borrowed; may be null.
     void SetLoginCallback(LoginCallback* callback) { m_loginCallback = callback; }
     LoginCallback* GetLoginCallback() const { return m_loginCallback; }
-    /// Fires once a login succeeded, until a dialog stops it.
+    /// Fires once a login succeeded, until a dialog stops it. Without a dialog the news waits for the next one.
     QTimer& GetLoginTimer() { return m_loginTimer; }
     /// Any thread.
     void StartLoginTimer();
@@ -60,7 +64,8 @@ public:
     void LoadTextureIndex();
     void LoadDocuments();
     /// A listing came. Any thread.
-    void TakeListing(CCloudIndex::Folder folder, const QVector<NUVSCloudFileItem>& items);
+    void TakeListing(CCloudIndex::Folder folder, const QVector<NUVSCloudFileItem>& items,
+                     const CCloudIndex::Moment& asked);
     /// After a login: what failed before may be tried again, and the folders are not known.
     void Restart();
     CCloudIndex& GetIndex() { return m_index; }
@@ -72,10 +77,11 @@ public:
     void RemoveFavorite(const QString& id, const QStringList& textureNames);
     /// It is a favourite again.
     void KeepFavorite(const QString& id);
-    /// Whether there is something to remove, and the listings that tell what the cloud has of it.
+    /// Whether there is something to remove, and the listings that tell what the cloud has of it, and nothing is on its
+    /// way there.
     bool HasRemovals() const;
-    /// Begins what is to be removed; textures of the names given stay.
-    void RunRemovals(const QSet<QString>& usedTextures);
+    /// Begins the next removal; textures of the names given stay.
+    void RunRemoval(const std::function<bool(const QString& texture)>& isUsed);
     /// The last copy is gone. Any thread.
     void EndRemoval(const QString& id);
 
@@ -86,15 +92,19 @@ signals:
 private:
     CCloudService();
     ~CCloudService() override;
+    void announceLogin();
     void uploadTick();
     void takeDocument(const NUVSCloudFileItem& item);
     CloudFolders folders() const;
-    CloudCopies copiesOf(const QString& id, const QStringList& textureNames, const QSet<QString>& used) const;
+    CloudCopies copiesOf(const QString& id, const QStringList& textureNames,
+                         const std::function<bool(const QString&)>& isUsed) const;
 
     bool m_isOpen = false;
     bool m_isVisible = false;
     LoginCallback* m_loginCallback = nullptr;
     QTimer m_loginTimer;
+    int m_dialogCount = 0;
+    bool m_isLoginNews = false;     ///< a login that no dialog was told of yet
     mutable QReadWriteLock m_lock;  ///< of the folders and the two counters
     CloudFolders m_folders;
     int m_documentCount = 0;
