@@ -80,9 +80,10 @@ bool CFaultConnection::ServeOne()
     CHttpRequest request;
     if (!ReadHead(request))
         return false;
+    // First, so that who waits for this request knows that the next one gets another fault.
+    const auto fault = m_script.Take(request.method, request.path);
     m_request = m_script.Begin(
         {request.method, request.path, 0, request.headers.contains("authorization"), request.Header("range")});
-    const auto fault = m_script.Take(request.method, request.path);
     if (fault && fault->kind == CFault::Hang) {
         m_script.WaitToGoOn();
         return false;
@@ -178,10 +179,13 @@ bool CFaultConnection::Distort(const CHttpAnswer& honest, const CFault& fault)
 bool CFaultConnection::Send(const CHttpAnswer& answer, qint64 announced, BodyEnd end)
 {
     m_script.Finish(m_request, answer.status);
+    // Of no body a half is the whole: the peer would use the connection for its next request.
+    if (end == BodyEnd::Waiting && answer.body.isEmpty())
+        m_script.WaitToGoOn();
     const int half = end == BodyEnd::Whole ? answer.body.size() : answer.body.size() / 2;
     if (!m_socket.Write(headOf(answer, announced < 0 ? answer.body.size() : announced) + answer.body.left(half)))
         return false;
-    if (end == BodyEnd::Waiting)
+    if (end == BodyEnd::Waiting && half < answer.body.size())
         m_script.WaitToGoOn();
     return end != BodyEnd::Cut && m_socket.Write(answer.body.mid(half));
 }
