@@ -28,6 +28,8 @@ public:
     /// What the cloud does not have as it stands here. A favourite without a document of its own or whose texture is
     /// missing is left out. Documents are read only when they changed since.
     Files Collect();
+    /// How often Collect() read a document, for those who measure.
+    int CountReadings() const { return m_comparison.CountReadings(); }
 
     struct Arrivals {
         bool isAnyNew = false;                              ///< the library has more favourites than before
