@@ -31,24 +31,27 @@ QStringList favoriteFiles(const QString& folder)
 
 }  // namespace
 
-void CFavoriteLibraryLoader::Load(const QString& folder, kiv::CAppearanceLibrary& library)
+bool CFavoriteLibraryLoader::Load(const QString& folder, kiv::CAppearanceLibrary& library)
 {
     const QStringList files = favoriteFiles(folder);
     if (files.isEmpty())
-        return;
+        return true;
     CLoadingProgress progress(m_owner, tr("请稍等"), tr("正在载入我的材质......"), tr("取消"), files.size());
     CFavoriteTexturePaths paths(m_manager);
     kiv::CAppearanceParser parser(m_manager);
+    bool isWhole = true;
     for (const QString& file : files) {
         if (progress.IsOver())
-            return;
+            return false;
         const std::wstring path = file.toStdWString();
         const auto appearance =
             file.endsWith(ArchiveSuffix) ? parser.AppearanceFromZipFile(path) : parser.AppearanceFromFile(path);
+        isWhole = isWhole && appearance;
         if (appearance) {
             paths.Reroot(*appearance);
             library.AddInstance(appearance);
         }
         progress.Advance();
     }
+    return isWhole;
 }

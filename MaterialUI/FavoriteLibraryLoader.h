@@ -21,8 +21,8 @@ public:
 
     /// Adds the appearances of the folder (a path of this machine) to the library. Files that cannot be read and ids
     /// that the library has are skipped; each appearance is added whole. When it is cancelled or the owner goes, what
-    /// was read by then is there.
-    void Load(const QString& folder, kiv::CAppearanceLibrary& library);
+    /// was read by then is there. True when the library has all that the folder has.
+    bool Load(const QString& folder, kiv::CAppearanceLibrary& library);
 
 private:
     const kiv::CAppearanceLibraryManager& m_manager;

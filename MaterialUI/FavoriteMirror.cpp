@@ -10,6 +10,8 @@
 #include <kiv/AppearanceParser.h>
 #include <kiv/system/StoredPath.h>
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 using kiv::CAppearanceInstance;
@@ -57,20 +59,32 @@ CFavoriteMirror::Files CFavoriteMirror::Collect()
         return files;
     const CloudFolders folders = Folders();
     for (const auto& entry : *favorites) {
-        const QString document = folders.document(QString::fromLocal8Bit(entry.first.c_str()));
-        if (!kiv::system::IsRegularFile(document))
+        const QString id = QString::fromLocal8Bit(entry.first.c_str());
+        const QString document = folders.document(id);
+        if (!kiv::system::IsPlainName(id.toStdWString()) || !kiv::system::IsRegularFile(document))
             continue;
         const auto diffuse = entry.second->GetDiffuseTexture();
         const kiv::String stored = diffuse ? diffuse->GetTextureFile() : kiv::String();
         if (m_comparison.IsRecorded(document) && (stored.empty() || !isLackedByCloud(textureName(*diffuse))))
             continue;
         const QString texture = QString::fromLocal8Bit(m_manager.ResolvePath(stored).c_str());
-        if (!stored.empty() && !kiv::system::IsRegularFile(texture))
+        if (!stored.empty() && !maySend(stored, texture))
             continue;
         files.documents.append(document);
         files.textures.append(texture);
     }
     return files;
+}
+
+// A document that was brought may name any file of this machine. Only what lies in the libraries goes out.
+bool CFavoriteMirror::maySend(const kiv::String& stored, const QString& texture) const
+{
+    const QString file = QFileInfo(texture).canonicalFilePath();
+    const QString root = QFileInfo(Folders().favorites + QStringLiteral("/..")).canonicalFilePath();
+    const bool isOwn = !file.isEmpty() && !root.isEmpty() && file.startsWith(root + '/');
+    const bool isLibrarys = !kiv::system::IsAbsolutePath(GStdStringTrans::StringToWString(stored)) &&
+                            file == QFileInfo(texture).absoluteFilePath();
+    return kiv::system::IsRegularFile(texture) && (isOwn || isLibrarys);
 }
 
 // ---- what came
@@ -88,6 +102,11 @@ CFavoriteMirror::Arrivals CFavoriteMirror::TakeArrivals()
     if (!textures.isEmpty())
         addWithTextures({textures.begin(), textures.end()}, arrivals.pictured);
     return arrivals;
+}
+
+bool CFavoriteMirror::IsUpToDate() const
+{
+    return CCloudService::Instance().GetIndex().GetArrived(CCloudIndex::Documents, m_documentsSeen).isEmpty();
 }
 
 void CFavoriteMirror::Restart()

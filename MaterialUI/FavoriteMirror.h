@@ -37,6 +37,8 @@ public:
     };
     /// Takes over what came since the last call: new favourites are added, those that the cloud has are marked.
     Arrivals TakeArrivals();
+    /// Whether everything that came was taken over.
+    bool IsUpToDate() const;
     /// The library was filled anew: what came by now counts again.
     void Restart();
 
@@ -49,6 +51,7 @@ public:
     static QStringList TextureNames(const kiv::CAppearanceInstance& appearance);
 
 private:
+    bool maySend(const kiv::String& stored, const QString& texture) const;
     kiv::CAppearanceLibraryPtr library() const;
     bool takeDocument(const QString& id);
     kiv::CAppearanceInstancePtr read(const QString& document) const;

@@ -98,6 +98,17 @@ bool CMaterialLibraryWidget::MaterialLibraryLogin()
 void CMaterialLibraryWidget::Private::resetCloud() const
 {
     CCloudService::Instance().Open(mirror.Folders());
+    if (cloudEnabled)
+        CCloudService::Instance().Attach();
+}
+
+void CMaterialLibraryWidget::Private::leaveCloud() const
+{
+    CCloudService& cloud = CCloudService::Instance();
+    if (cloudEnabled)
+        cloud.Detach();
+    if (cloud.GetLoginCallback() == loginCallback)
+        cloud.SetLoginCallback(nullptr);
 }
 
 // The first dialog that is told stops the timer; the others learn of the login from their status.
@@ -114,13 +125,19 @@ void CMaterialLibraryWidget::onLoginSuccessTimer()
     CloudState::TakeError();
     CloudState::TakeWarning();
     cloud.Restart();
-    if (m->isSyncPending) {
-        m->isSyncPending = false;
-        SynchronizedCloudFunc();
-    }
+    m->synchronizeIfPending(*this);
     LoadSysLibMaterialIndex();
     if (m->manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME))
         LoadFavLibMaterialJson();
+}
+
+// What still waits belongs to the session before; it ends soon.
+void CMaterialLibraryWidget::Private::synchronizeIfPending(CMaterialLibraryWidget& dialog)
+{
+    if (!isSyncPending || !IsLogin() || CCloudService::Instance().GetStatus().GetWaiting() != 0)
+        return;
+    isSyncPending = false;
+    dialog.SynchronizedCloudFunc();
 }
 
 void CMaterialLibraryWidget::LoadSysLibMaterialIndex()
@@ -245,9 +262,22 @@ void CMaterialLibraryWidget::Private::removeFiles(const kiv::CAppearanceInstance
     QFile::remove(folders.record(id));
     const QSet<QString> used = mirror.UsedTextures(favorite.GetId());
     for (const QString& name : CFavoriteMirror::TextureNames(favorite)) {
-        if (!used.contains(name) && kiv::system::IsPlainName(name.toStdWString()))
+        if (!isTextureUsed(used, name) && kiv::system::IsPlainName(name.toStdWString()))
             QFile::remove(folders.textures + '/' + name);
     }
+}
+
+// In doubt it is used: by a favourite that was not read, or not brought yet.
+bool CMaterialLibraryWidget::Private::isTextureUsed(const QSet<QString>& names, const QString& name) const
+{
+    return !areFavoritesLoaded() || !areFavoritesWhole || names.contains(name) ||
+           CCloudService::Instance().GetDownloads().IsDocumentMissing();
+}
+
+// Another dialog may have begun anew with an empty library.
+bool CMaterialLibraryWidget::Private::areFavoritesLoaded() const
+{
+    return loadedFavorites && loadedFavorites == manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
 }
 
 // The cloud has nothing of it any more: another dialog may still show it.
@@ -272,6 +302,7 @@ void CMaterialLibraryWidget::onTimerOut()
     m->showCloudStatus(*this);
     if (!alive)
         return;
+    m->synchronizeIfPending(*this);
     m->showSynchronization();
     m->takeArrivals();
     m->followVisibleRows();
@@ -317,10 +348,13 @@ void CMaterialLibraryWidget::Private::askForNewLogin(CMaterialLibraryWidget& dia
         QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
     if (!alive)
         return;
-    if (answer == QMessageBox::Yes)
-        dialog.MaterialLibraryLogin();
-    else
+    if (answer != QMessageBox::Yes) {
         dialog.close();
+        return;
+    }
+    // Hosts prepare for a login when they are asked; the user's word stands whatever they answer.
+    loginCallback->IsLoginEnabled();
+    dialog.SetLogin();
 }
 
 // How the last synchronisation ended can be read from the account's label when nothing waits any more.
@@ -335,7 +369,7 @@ void CMaterialLibraryWidget::Private::showSynchronization() const
 // Favourites that came before those of the disk were read would be taken for new ones.
 void CMaterialLibraryWidget::Private::takeArrivals()
 {
-    if (!isFavoritesLoaded)
+    if (!areFavoritesLoaded())
         return;
     const CFavoriteMirror::Arrivals arrivals = mirror.TakeArrivals();
     if (arrivals.isAnyNew)
@@ -350,8 +384,10 @@ void CMaterialLibraryWidget::Private::takeArrivals()
 void CMaterialLibraryWidget::Private::runRemovals() const
 {
     CCloudService& cloud = CCloudService::Instance();
-    if (isFavoritesLoaded && IsLogin() && cloud.HasRemovals())
-        cloud.RunRemovals(mirror.UsedTextures());
+    if (!areFavoritesLoaded() || !IsLogin() || !cloud.HasRemovals() || !mirror.IsUpToDate())
+        return;
+    const QSet<QString> used = mirror.UsedTextures();
+    cloud.RunRemoval([this, &used](const QString& name) { return isTextureUsed(used, name); });
 }
 
 void CMaterialLibraryWidget::Private::followVisibleRows() const
@@ -404,12 +440,13 @@ void CMaterialLibraryWidget::LoadApperanceLibrary(const std::wstring& root, cons
     const QString folder = kiv::system::JoinPath(root, GStdStringTrans::StringToWString(libraryName));
     QDir().mkpath(folder);
     const QPointer<CMaterialLibraryWidget> alive(this);
-    CFavoriteLibraryLoader(m->manager, *this).Load(folder, *library);
+    const bool isWhole = CFavoriteLibraryLoader(m->manager, *this).Load(folder, *library);
     if (!alive)
         return;
     m->form.systemBrowser->UpdateFavoriteLibrary(library);
     m->mirror.Restart();
-    m->isFavoritesLoaded = true;
+    m->loadedFavorites = library;
+    m->areFavoritesWhole = isWhole;
     if (m->cloudEnabled && IsLogin()) {
         LoadSysLibMaterialIndex();
         LoadFavLibMaterialJson();

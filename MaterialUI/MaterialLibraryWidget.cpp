@@ -77,6 +77,7 @@ CMaterialLibraryWidget::CMaterialLibraryWidget(kiv::CMaterialLibrary* library, b
 CMaterialLibraryWidget::~CMaterialLibraryWidget()
 {
     m->keepEdits();
+    m->leaveCloud();
 }
 
 // ---- set-up

@@ -22,6 +22,7 @@ struct CMaterialLibraryWidget::Private {
     void connectSignals(QDialog& dialog) const;
     void connectFavorites(QDialog& dialog) const;
     void resetCloud() const;
+    void leaveCloud() const;
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
     void show(const kiv::CAppearanceInstancePtr& appearance) const;
     void followLibrary() const;
@@ -36,7 +37,10 @@ struct CMaterialLibraryWidget::Private {
     void followVisibleRows() const;
     bool needsCloud(const kiv::CAppearanceInstancePtr& appearance) const;
     bool isFavorite(const kiv::CAppearanceInstancePtr& appearance) const;
+    bool areFavoritesLoaded() const;
+    bool isTextureUsed(const QSet<QString>& names, const QString& name) const;
     void removeFiles(const kiv::CAppearanceInstance& favorite) const;
+    void synchronizeIfPending(CMaterialLibraryWidget& dialog);
     bool isFound(const kiv::CAppearanceInstancePtr& appearance, const QString& keyword) const;
     kiv::CAppearanceLibraryPtr projectLibrary() const;
     kiv::CAppearanceInstancePtr firstAppearance() const;
@@ -54,8 +58,9 @@ struct CMaterialLibraryWidget::Private {
     CFavoriteMirror mirror;
     LoginCallback* loginCallback = nullptr;
     bool isOnline = false;
-    bool isSyncPending = false;  ///< asked for while nobody was logged in
-    bool isFavoritesLoaded = false;
+    bool isSyncPending = false;                  ///< asked for while nobody was logged in
+    kiv::CAppearanceLibraryPtr loadedFavorites;  ///< the library object that was filled from the disk
+    bool areFavoritesWhole = false;              ///< with all that lies there
     QTimer statusTimer;
     QTimer favoriteLoadTimer;
 };

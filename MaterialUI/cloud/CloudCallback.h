@@ -14,6 +14,7 @@ public:
     void onFinished(T result) override
     {
         CloudState::TakeWarning();
+        CloudErrorCodes::Log(result.code);
         const bool isSessionLost = result.code == CloudErrorCodes::SessionLost;
         if (isSessionLost)
             CloudState::SetError(CloudState::LoggedInElsewhere);

@@ -16,6 +16,8 @@
 #include <QMutexLocker>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qint64 MaxDocument = 16 << 20;
@@ -84,7 +86,7 @@ void CCloudDownloads::Request(CCloudIndex::Folder folder, const QString& name)
         !kiv::system::IsPlainName(name.toStdWString()))
         return;
     m_requested[folder].insert(name);
-    if (QFileInfo::exists(place(item)))
+    if (QFileInfo::exists(place(item, m_folders)))
         return;
     m_queue.enqueue(item);
     m_information.CountRequest();
@@ -113,7 +115,9 @@ void CCloudDownloads::StartNext()
         if (!item.isValid())
             return;
         m_isBusy = true;
-        target = arrival(item);
+        m_current = item;
+        m_currentFolders = m_folders;
+        target = arrival(item, m_folders);
     }
     getNUVSCloudService()->fileService()->download(fileId, target, new TextureDownloadCallback(item.folder, item.name));
 }
@@ -136,35 +140,55 @@ CCloudDownloads::Item CCloudDownloads::takeNext(QString& fileId)
     return {};
 }
 
+// Looking through a large file takes a while, during which dialogs may ask for others.
 void CCloudDownloads::End(CCloudIndex::Folder folder, const QString& name, bool isWhole)
 {
     const Item item{folder, name};
+    CloudFolders folders;
+    {
+        const QMutexLocker locker(&m_mutex);
+        folders = m_currentFolders;
+    }
+    const bool isThere = isWhole && putInPlace(item, folders);
+    if (isThere)
+        m_index.AddArrived(folder, folder == CCloudIndex::Documents ? QFileInfo(name).completeBaseName() : name);
     const QMutexLocker locker(&m_mutex);
     m_isBusy = false;
     m_information.CountEnd();
-    if (isWhole && putInPlace(item))
-        m_index.AddArrived(folder, folder == CCloudIndex::Documents ? QFileInfo(name).completeBaseName() : name);
-    else
+    if (!isThere)
         m_failed[folder].insert(name);
 }
 
-QString CCloudDownloads::place(const Item& item) const
+bool CCloudDownloads::AreDocumentsUnderWay() const
 {
-    const QString& folder = item.folder == CCloudIndex::Documents ? m_folders.favorites : m_folders.textures;
+    const QMutexLocker locker(&m_mutex);
+    const auto isDocument = [](const Item& item) { return item.folder == CCloudIndex::Documents; };
+    return (m_isBusy && isDocument(m_current)) || std::any_of(m_queue.begin(), m_queue.end(), isDocument);
+}
+
+bool CCloudDownloads::IsDocumentMissing() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return !m_failed[CCloudIndex::Documents].isEmpty();
+}
+
+QString CCloudDownloads::place(const Item& item, const CloudFolders& folders)
+{
+    const QString& folder = item.folder == CCloudIndex::Documents ? folders.favorites : folders.textures;
     return folder + '/' + item.name;
 }
 
-QString CCloudDownloads::arrival(const Item& item) const
+QString CCloudDownloads::arrival(const Item& item, const CloudFolders& folders)
 {
     const bool isDocument = item.folder == CCloudIndex::Documents;
-    return m_folders.records() + (isDocument ? QStringLiteral("/") : QStringLiteral("/UserLib Textures/")) + item.name;
+    return folders.records() + (isDocument ? QStringLiteral("/") : QStringLiteral("/UserLib Textures/")) + item.name;
 }
 
 // A document stays where it arrived, too: as the record of what the cloud has.
-bool CCloudDownloads::putInPlace(const Item& item) const
+bool CCloudDownloads::putInPlace(const Item& item, const CloudFolders& folders)
 {
-    const QString from = arrival(item);
-    const QString to = place(item);
+    const QString from = arrival(item, folders);
+    const QString to = place(item, folders);
     QString reason;
     const bool isTexture = item.folder == CCloudIndex::Textures;
     const bool isGood = isTexture ? isNamedTexture(from, item.name) : isDocument(from);

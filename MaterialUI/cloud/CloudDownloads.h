@@ -23,6 +23,9 @@ public:
     void End(CCloudIndex::Folder folder, const QString& name, bool isWhole);
     /// After a login: what failed may be asked for again.
     void Restart();
+    /// Whether documents are waited for, or could not be brought.
+    bool AreDocumentsUnderWay() const;
+    bool IsDocumentMissing() const;
     CDownloadInformation& GetInformation() { return m_information; }
 
 private:
@@ -32,9 +35,9 @@ private:
         bool isValid() const { return !name.isEmpty(); }
     };
     Item takeNext(QString& fileId);
-    QString place(const Item& item) const;
-    QString arrival(const Item& item) const;
-    bool putInPlace(const Item& item) const;
+    static QString place(const Item& item, const CloudFolders& folders);
+    static QString arrival(const Item& item, const CloudFolders& folders);
+    static bool putInPlace(const Item& item, const CloudFolders& folders);
 
     CCloudIndex& m_index;
     CDownloadInformation m_information;
@@ -44,4 +47,6 @@ private:
     QSet<QString> m_requested[2];  ///< names, by folder
     QSet<QString> m_failed[2];
     bool m_isBusy = false;
+    Item m_current;
+    CloudFolders m_currentFolders;  ///< for which the one under way was asked
 };

@@ -1,11 +1,15 @@
 #include "CloudErrorCodes.h"
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 #include <iterator>
 
 namespace CloudErrorCodes {
 
 namespace {
+
+Q_LOGGING_CATEGORY(cloud, "materialui.cloud", QtInfoMsg)
 
 struct Entry {
     const char* code;
@@ -41,6 +45,12 @@ QString Message(const QString& code)
     const auto* found = std::find_if(std::begin(Table), std::end(Table),
                                      [&](const Entry& entry) { return code == QLatin1String(entry.code); });
     return found == std::end(Table) ? QString() : QString::fromLatin1(found->message);
+}
+
+void Log(const QString& code)
+{
+    if (!code.isEmpty())
+        qCDebug(cloud).noquote() << code << Message(code);
 }
 
 }  // namespace CloudErrorCodes

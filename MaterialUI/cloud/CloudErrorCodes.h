@@ -12,4 +12,7 @@ extern const QString AlreadyExists;
 /// What a code says; empty for an unknown one, such as a status of the server.
 QString Message(const QString& code);
 
+/// Notes a code with its message in the category "materialui.cloud"; does nothing for the empty one. Any thread.
+void Log(const QString& code);
+
 }  // namespace CloudErrorCodes

@@ -5,9 +5,12 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLoggingCategory>
 #include <QMutexLocker>
 
 namespace {
+
+Q_LOGGING_CATEGORY(removals, "materialui.cloud.removals")
 
 constexpr qint64 MaxBytes = 64 << 20;
 
@@ -19,9 +22,10 @@ const char* const FileName = "/removed-from-cloud.list";
 void CCloudRemovals::SetFolder(const QString& favorites)
 {
     const QMutexLocker locker(&m_mutex);
-    if (m_file == favorites + FileName)
+    const QString file = favorites.isEmpty() ? QString() : favorites + FileName;
+    if (file == m_file)
         return;
-    m_file = favorites + FileName;
+    m_file = file;
     m_textures.clear();
     m_begun.clear();
     read();
@@ -36,7 +40,7 @@ void CCloudRemovals::read()
     const QJsonObject removed = QJsonDocument::fromJson(bytes).object();
     for (auto entry = removed.begin(); entry != removed.end(); ++entry) {
         QStringList& names = m_textures[entry.key()];
-        for (const QJsonValue& name : entry.value().toArray())
+        for (const auto& name : entry.value().toArray())
             names.append(name.toString());
     }
 }
@@ -47,12 +51,15 @@ void CCloudRemovals::write() const
     for (auto entry = m_textures.begin(); entry != m_textures.end(); ++entry)
         removed.insert(entry.key(), QJsonArray::fromStringList(entry.value()));
     QString reason;
-    kiv::system::WriteWholeFile(m_file, QJsonDocument(removed).toJson(), reason);
+    if (!kiv::system::WriteWholeFile(m_file, QJsonDocument(removed).toJson(), reason))
+        qCWarning(removals).noquote() << "What was removed will come back from the cloud:" << reason;
 }
 
 void CCloudRemovals::Add(const QString& id, const QStringList& textureNames)
 {
     const QMutexLocker locker(&m_mutex);
+    if (m_file.isEmpty())
+        return;
     m_textures.insert(id, textureNames);
     m_begun.remove(id);
     write();
@@ -72,17 +79,16 @@ bool CCloudRemovals::Contains(const QString& id) const
     return m_textures.contains(id);
 }
 
-QHash<QString, QStringList> CCloudRemovals::Begin()
+CCloudRemovals::Removal CCloudRemovals::Begin()
 {
     const QMutexLocker locker(&m_mutex);
-    QHash<QString, QStringList> fresh;
     for (auto entry = m_textures.begin(); entry != m_textures.end(); ++entry) {
-        if (!m_begun.contains(entry.key()))
-            fresh.insert(entry.key(), entry.value());
-    }
-    for (auto entry = fresh.begin(); entry != fresh.end(); ++entry)
+        if (m_begun.contains(entry.key()))
+            continue;
         m_begun.insert(entry.key());
-    return fresh;
+        return {entry.key(), entry.value()};
+    }
+    return {};
 }
 
 bool CCloudRemovals::HasFresh() const

@@ -16,10 +16,14 @@ public:
     void Forget(const QString& id);
     bool Contains(const QString& id) const;
 
-    /// The favourites, with the names of their textures, of which nothing was begun since the last Restart(); they
-    /// count as begun from here on.
-    QHash<QString, QStringList> Begin();
+    struct Removal {
+        QString id;
+        QStringList textureNames;
+    };
+    /// Whether there is one that was not begun since the last Restart().
     bool HasFresh() const;
+    /// Such a one, which counts as begun from here on; empty when there is none.
+    Removal Begin();
     /// What failed or was never answered may be begun again.
     void Restart();
 

@@ -11,13 +11,13 @@ void IndexDownloadCallback::Answered(const NUVSCloudChildren& result, bool /*isS
         return;
     const QString id = FindFolder(result, CCloudIndex::FolderName(m_folder));
     if (id.isEmpty())  // nobody has synchronised with this account yet
-        CCloudService::Instance().TakeListing(m_folder, {});
+        CCloudService::Instance().TakeListing(m_folder, {}, m_asked);
     else
-        getNUVSCloudService()->fileService()->children(id, new FolderIndexCallback(m_folder));
+        getNUVSCloudService()->fileService()->children(id, new FolderIndexCallback(m_folder, m_asked));
 }
 
 void FolderIndexCallback::Answered(const NUVSCloudChildren& result, bool /*isSessionLost*/)
 {
     if (result.code.isEmpty())
-        CCloudService::Instance().TakeListing(m_folder, result.items);
+        CCloudService::Instance().TakeListing(m_folder, result.items, m_asked);
 }

@@ -8,23 +8,30 @@
 /// Looks for one of the two folders in a listing of the root, and has that folder listed.
 class IndexDownloadCallback : public CCloudCallback<NUVSCloudChildren> {
 public:
-    explicit IndexDownloadCallback(CCloudIndex::Folder folder) : m_folder(folder) {}
+    IndexDownloadCallback(CCloudIndex::Folder folder, const CCloudIndex::Moment& asked)
+        : m_folder(folder), m_asked(asked)
+    {
+    }
 
 protected:
     void Answered(const NUVSCloudChildren& result, bool isSessionLost) override;
 
 private:
     CCloudIndex::Folder m_folder;
+    CCloudIndex::Moment m_asked;
 };
 
 /// Hands the listing of a folder to the cloud service.
 class FolderIndexCallback : public CCloudCallback<NUVSCloudChildren> {
 public:
-    explicit FolderIndexCallback(CCloudIndex::Folder folder) : m_folder(folder) {}
+    FolderIndexCallback(CCloudIndex::Folder folder, const CCloudIndex::Moment& asked) : m_folder(folder), m_asked(asked)
+    {
+    }
 
 protected:
     void Answered(const NUVSCloudChildren& result, bool isSessionLost) override;
 
 private:
     CCloudIndex::Folder m_folder;
+    CCloudIndex::Moment m_asked;
 };

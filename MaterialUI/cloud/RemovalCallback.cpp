@@ -31,7 +31,7 @@ void RemovalCallback::Answered(const NUVSCloudDelFile& result, bool /*isSessionL
 
 void RemovalCallback::NotAnswered()
 {
-    CCloudService::Instance().GetStatus().CountFailure();
+    CCloudService::Instance().GetStatus().CountRemovalEnd(false);
 }
 
 void RemovalCallback::noteDeleted()

@@ -9,7 +9,7 @@ void CSynchronizationStatus::Set(const Counts& counts)
 CSynchronizationStatus::Counts CSynchronizationStatus::Get() const
 {
     const QReadLocker locker(&m_lock);
-    return m_counts;
+    return {m_counts.waiting + m_removals, m_counts.succeeded, m_counts.failed};
 }
 
 qint32 CSynchronizationStatus::GetWaiting() const
@@ -18,10 +18,22 @@ qint32 CSynchronizationStatus::GetWaiting() const
     return m_counts.waiting;
 }
 
-void CSynchronizationStatus::CountWaiting()
+bool CSynchronizationStatus::IsIdle() const
+{
+    return Get().waiting == 0;
+}
+
+void CSynchronizationStatus::CountRemoval()
 {
     const QWriteLocker locker(&m_lock);
-    ++m_counts.waiting;
+    ++m_removals;
+}
+
+void CSynchronizationStatus::CountRemovalEnd(bool isSuccess)
+{
+    const QWriteLocker locker(&m_lock);
+    --m_removals;
+    ++(isSuccess ? m_counts.succeeded : m_counts.failed);
 }
 
 void CSynchronizationStatus::CountSuccess()

@@ -1,7 +1,6 @@
 #include "UploadCallbacks.h"
 
 #include "CloudService.h"
-#include "UploadRecords.h"
 
 #include <nuvs/NUVSCloudService.h>
 
@@ -23,9 +22,9 @@ void noteInIndex(CCloudIndex::Folder folder, const NUVSCloudUploadFile& result)
         CCloudService::Instance().GetIndex().Add(folder, result.name, result.id);
 }
 
-void countComplete(const QString& document)
+void countComplete(const QString& document, const UploadRecords::State& asSent)
 {
-    UploadRecords::Keep(document);
+    UploadRecords::Keep(document, asSent);
     CCloudService& service = CCloudService::Instance();
     service.GetIndex().AddArrived(CCloudIndex::Documents, QFileInfo(document).completeBaseName());
     service.CountUpload();
@@ -49,10 +48,10 @@ void UserLibUploadCallback::Answered(const NUVSCloudUploadFile& result, bool isS
     }
     noteInIndex(CCloudIndex::Documents, result);
     if (m_texture.isEmpty())
-        countComplete(m_document);
+        countComplete(m_document, m_asSent);
     else
         getNUVSCloudService()->fileService()->upload(service.GetRegistry().GetTextureFolder(), m_texture,
-                                                     new ProgressUploadCallback(m_document));
+                                                     new ProgressUploadCallback(m_document, m_asSent));
 }
 
 void UserLibUploadCallback::NotAnswered()
@@ -73,7 +72,7 @@ void ProgressUploadCallback::Answered(const NUVSCloudUploadFile& result, bool is
         return;
     }
     noteInIndex(CCloudIndex::Textures, result);
-    countComplete(m_document);
+    countComplete(m_document, m_asSent);
 }
 
 void ProgressUploadCallback::NotAnswered()

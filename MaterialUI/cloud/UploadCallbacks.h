@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CloudCallback.h"
+#include "UploadRecords.h"
 
 #include <nuvs/NUVSRecords.h>
 
@@ -8,7 +9,10 @@
 class UserLibUploadCallback : public CCloudCallback<NUVSCloudUploadFile> {
 public:
     /// Paths of this machine; the texture is empty when the favourite has none.
-    UserLibUploadCallback(const QString& document, const QString& texture) : m_document(document), m_texture(texture) {}
+    UserLibUploadCallback(const QString& document, const QString& texture)
+        : m_document(document), m_asSent(UploadRecords::StateOf(document)), m_texture(texture)
+    {
+    }
     void onUploadProgress(qint64 sent, qint64 total) override;
 
 protected:
@@ -17,13 +21,17 @@ protected:
 
 private:
     QString m_document;
+    UploadRecords::State m_asSent;
     QString m_texture;
 };
 
 /// The upload of a favourite's texture, with which the favourite is complete.
 class ProgressUploadCallback : public CCloudCallback<NUVSCloudUploadFile> {
 public:
-    explicit ProgressUploadCallback(const QString& document) : m_document(document) {}
+    ProgressUploadCallback(const QString& document, const UploadRecords::State& asSent)
+        : m_document(document), m_asSent(asSent)
+    {
+    }
     void onUploadProgress(qint64 sent, qint64 total) override;
 
 protected:
@@ -32,4 +40,5 @@ protected:
 
 private:
     QString m_document;
+    UploadRecords::State m_asSent;
 };

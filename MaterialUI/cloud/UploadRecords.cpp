@@ -25,23 +25,24 @@ QString UploadRecords::RecordOf(const QString& document)
     return file.path() + QStringLiteral("/CloudLib/") + file.fileName();
 }
 
-bool UploadRecords::Keep(const QString& document)
-{
-    QString reason;
-    return kiv::system::CopyWholeFile(document, RecordOf(document), MaxDocument, reason);
-}
-
-CUploadComparison::State CUploadComparison::stateOf(const QString& path)
+UploadRecords::State UploadRecords::StateOf(const QString& path)
 {
     const QFileInfo file(path);
     return file.isFile() ? State{file.size(), file.lastModified()} : State{};
 }
 
+bool UploadRecords::Keep(const QString& document, const State& asItWas)
+{
+    QString reason;
+    return StateOf(document) == asItWas &&
+           kiv::system::CopyWholeFile(document, RecordOf(document), MaxDocument, reason);
+}
+
 bool CUploadComparison::IsRecorded(const QString& document)
 {
     const QString record = UploadRecords::RecordOf(document);
-    const State documentNow = stateOf(document);
-    const State recordNow = stateOf(record);
+    const UploadRecords::State documentNow = UploadRecords::StateOf(document);
+    const UploadRecords::State recordNow = UploadRecords::StateOf(record);
     if (recordNow.size < 0 || recordNow.size != documentNow.size)
         return false;
     Verdict& verdict = m_verdicts[document];

@@ -7,8 +7,17 @@
 /// Local records of what the cloud has: beside a document, in "CloudLib", a copy of it as it was sent.
 namespace UploadRecords {
 
-/// Copies the document to its record, replacing an older one. False when that is not possible. Any thread.
-bool Keep(const QString& document);
+/// A file as it is at a moment.
+struct State {
+    qint64 size = -1;
+    QDateTime modified;
+    bool operator==(const State& other) const { return size == other.size && modified == other.modified; }
+};
+State StateOf(const QString& path);
+
+/// Copies the document to its record, replacing an older one. False when that is not possible, or the document is not
+/// any more as it was. Any thread.
+bool Keep(const QString& document, const State& asItWas);
 QString RecordOf(const QString& document);
 
 }  // namespace UploadRecords
@@ -21,18 +30,11 @@ public:
     int CountReadings() const { return m_readings; }
 
 private:
-    struct State {
-        qint64 size = -1;
-        QDateTime modified;
-        bool operator==(const State& other) const { return size == other.size && modified == other.modified; }
-    };
     struct Verdict {
-        State document;
-        State record;
+        UploadRecords::State document;
+        UploadRecords::State record;
         bool isSame = false;
     };
-    static State stateOf(const QString& path);
-
     QHash<QString, Verdict> m_verdicts;
     int m_readings = 0;
 };

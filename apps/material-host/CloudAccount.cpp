@@ -2,6 +2,8 @@
 
 #include "HostOptions.h"
 
+#include <QUrl>
+
 namespace {
 
 const QString UserKey = QStringLiteral("cloud/user");
@@ -35,7 +37,7 @@ QString CloudAccount::address() const
 // A server is of no use before the user has entered the password.
 bool CloudAccount::GetLoginInfo(LoginAccountInfo& info)
 {
-    const bool isServer = address().startsWith("http");
+    const bool isServer = QUrl(address()).scheme().startsWith("http");
     if (m_isSignedOut || (isServer && m_password.isEmpty()))
         return false;
     info.a = user();

@@ -50,11 +50,12 @@ void CloudAccountDialog::makeButtons()
 void CloudAccountDialog::showHint()
 {
     const QString address = m_address->text().trimmed();
-    const bool isServer = address.startsWith("http");
+    const QString scheme = QUrl(address).scheme();
+    const bool isServer = scheme.startsWith("http");
     m_password->setEnabled(isServer);
-    m_hint->setText(!isServer ? tr("Without a server the favourites are kept in a folder of this machine.")
-                    : address.startsWith("http:") ? tr("This address is not encrypted: others can read what is sent.")
-                                                  : tr("The password is kept until the program ends."));
+    m_hint->setText(!isServer          ? tr("Without a server the favourites are kept in a folder of this machine.")
+                    : scheme == "http" ? tr("This address is not encrypted: others can read what is sent.")
+                                       : tr("The password is kept until the program ends."));
 }
 
 void CloudAccountDialog::signIn()
@@ -74,7 +75,11 @@ void CloudAccountDialog::signIn()
 void CloudAccountDialog::logIn()
 {
     LoginAccountInfo info;
-    m_account.GetLoginInfo(info);
+    if (!m_account.GetLoginInfo(info)) {
+        m_hint->setText(tr("Enter the password of the account."));
+        m_password->setFocus();
+        return;
+    }
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(false);
     m_hint->setText(tr("Signing in..."));
     SignIn::begin(info, this, [this](const QString& reason) { showAnswer(reason); });

@@ -158,7 +158,8 @@ void CloudTour::noticeOtherLogin()
         expect(question && question->text().startsWith("当前账号在其他地方登录"), "the dialog asks what to do");
         m_tour.picture("question");
         isAnswered = true;
-        TourInput::click(*question->button(QMessageBox::Yes));
+        if (QAbstractButton* yes = question->button(QMessageBox::Yes))
+            TourInput::click(*yes);
     };
     TourInput::answerModals(
         [&] {

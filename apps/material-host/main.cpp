@@ -63,7 +63,10 @@ int signIn(QApplication& application, const HostOptions& options)
 {
     CloudAccount account(options);
     LoginAccountInfo info;
-    account.GetLoginInfo(info);
+    if (!account.GetLoginInfo(info)) {
+        std::cerr << "material-host: the password is to be in MATERIAL_CLOUD_PASSWORD\n";
+        return 1;
+    }
     SignIn::begin(info, &application, [](const QString& reason) {
         (reason.isEmpty() ? std::cout : std::cerr)
             << (reason.isEmpty() ? "Signed in." : qPrintable(reason)) << std::endl;
