@@ -18,6 +18,11 @@ void endService()
     service().End();
 }
 
+/// Where the process leaves by exit(), the application object stays, and with it the thread.
+struct SEndAtExit {
+    ~SEndAtExit() { endService(); }
+};
+
 // On the caller's thread: there is no other any more, or none yet.
 template <class Result>
 void refuse(NUVSCallback<Result>* callback)
@@ -36,6 +41,11 @@ bool CCloudService::StartThread()
 {
     if (m_isEnding || !QCoreApplication::instance())
         return false;
+    // Made as late as this, so that it goes before what callbacks use.
+    static const SEndAtExit first;
+    // Qt's and OpenSSL's own objects are made by the first login; the thread must not lose them either.
+    if (m_state.IsOpen())
+        static const SEndAtExit second;
     if (m_thread)
         return true;
     qAddPostRoutine(endService);
@@ -73,6 +83,13 @@ void CCloudService::End()
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_isEnding = true;
         thread = std::move(m_thread);
+    }
+    if (!thread)
+        return;
+    // A callback called exit(), and nobody can wait for its thread here.
+    if (thread.get() == QThread::currentThread()) {
+        (void)thread.release();
+        return;
     }
     // What was posted before is taken up before, so that it ends, too.
     CDispatcher* dispatcher = m_dispatcher;

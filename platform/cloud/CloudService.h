@@ -30,7 +30,7 @@ public:
     void download(const QString& fileId, const QString& localPath, NUVSCallback<NUVSBaseInfo>* callback) override;
     void deleteFile(const QString& id, NUVSCallback<NUVSCloudDelFile>* callback) override;
 
-    /// As the application ends: everything ends in onError, then the thread.
+    /// As the application or the process ends: everything ends in onError, then the thread.
     void End();
 
 private:
