@@ -111,6 +111,7 @@ void CDispatcher::Opened(const SAccount& account, unsigned logouts, const std::s
         storage->Close(nullptr);
         return answer->Fail(QNetworkReply::OperationCanceledError);
     }
+    EndOthers(*storage);
     m_account = account;
     m_storage = storage;
     NUVSLoginInfo info;
@@ -118,11 +119,23 @@ void CDispatcher::Opened(const SAccount& account, unsigned logouts, const std::s
     answer->Finish(info);
 }
 
+// What a session that went by itself still has under way cannot succeed, and to find it lost is no longer news. After a
+// logout requests end as they would.
+void CDispatcher::EndOthers(const IStorage& opened)
+{
+    for (const std::shared_ptr<IStorage>& other : {m_storage, m_lost.lock()}) {
+        if (other && other.get() != &opened)
+            other->Abort();
+    }
+    m_lost.reset();
+}
+
 void CDispatcher::Lost(const IStorage& storage)
 {
     if (&storage != m_storage.get())
         return;
     m_state.Lose();
+    m_lost = m_storage;
     Forget();
 }
 

@@ -50,6 +50,7 @@ private:
     std::shared_ptr<IStorage> MakeStorage(const SAccount& account);
     void Opened(const SAccount& account, unsigned logouts, const std::shared_ptr<IStorage>& storage,
                 const AnswerPtr<NUVSLoginInfo>& answer);
+    void EndOthers(const IStorage& opened);
     void Lost(const IStorage& storage);
     void Forget();
     std::shared_ptr<IStorage> Begin(CAnswerBase& answer) const;
@@ -60,6 +61,7 @@ private:
     bool m_isShutDown = false;
     SAccount m_account;
     std::shared_ptr<IStorage> m_storage;              ///< of the open session
+    std::weak_ptr<IStorage> m_lost;                   ///< of the session before, when that was lost
     std::vector<std::weak_ptr<IStorage>> m_storages;  ///< that may still have something under way
 };
 

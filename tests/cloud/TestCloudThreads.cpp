@@ -173,7 +173,7 @@ private slots:
         if (lost)
             loseSession();
         server.GetScript().TakeLog();
-        const int count = listing ? 1 : 2;
+        const int count = listing ? 1 : 3;
         server.GetScript().Add({CFault::HangInBody, "", "", 0, "", 0, count});
         const std::function<QStringList()> waitForTransfers = listing ? nothingUnderWay() : begin(folder, file, here);
         const auto children = Children(listing ? QString() : folder);

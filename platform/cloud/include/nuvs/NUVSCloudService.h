@@ -13,9 +13,9 @@ public:
     /// folder of this machine ("file:///srv/cloud", then without a password); empty means the local folder of the
     /// settings. Below it lies the application-data root, a folder named `product`, which is made when missing.
     /// The session's mark is left there, and marks of earlier sessions are taken away: of two sessions of an account
-    /// the later one lasts. A login into the account that is logged in keeps its session while the mark is there, so that
-    /// transfers go on, and opens a new one otherwise; one into another account is refused with "NUVS_000013" until
-    /// logout.
+    /// the later one lasts. A login into the account that is logged in keeps its session while the mark is there, so
+    /// that transfers go on, and opens a new one otherwise, which ends in onError what the old one still has under way;
+    /// one into another account is refused with "NUVS_000013" until logout.
     virtual void login(const QString& user, const QString& password, const QString& address, const QString& version,
                        const QString& product, NUVSCallback<NUVSLoginInfo>* callback) = 0;
     /// Ends the session; isLogin() is false at once. Without a session it succeeds. Requests under way end as they
@@ -59,7 +59,8 @@ protected:
 };
 
 /// The one service of the process, owned by the library. It works while there is a QCoreApplication: as that ends, what
-/// is under way ends in onError, before the application's objects go. Credentials are kept in memory only.
+/// is under way ends in onError, before the application's objects go. As the process ends by exit() the same happens
+/// before the objects go that were there when it began. Credentials are kept in memory only.
 INUVSCloudService* getNUVSCloudService();
 
 /// For who logs out and does not wait for it.
