@@ -8,6 +8,8 @@ namespace {
 
 constexpr int MostAttempts = 3;
 constexpr qint64 BlockSize = 256 << 10;
+// Of a file whose size nobody told.
+constexpr qint64 LargestUnknown = qint64(4) << 30;
 
 // What proves that a file is still the same: a strong tag, else the time.
 QByteArray validatorOf(const QNetworkReply& reply)
@@ -77,6 +79,10 @@ bool CDavDownload::TakeData(QNetworkReply& reply)
     m_answer->ReadyRead();
     while (reply.bytesAvailable() > 0) {
         const QByteArray block = reply.read(BlockSize);
+        if (m_received + block.size() > Largest()) {
+            m_trouble = ETrouble::WrongContent;
+            return false;
+        }
         if (m_file.write(block) != block.size()) {
             m_trouble = ETrouble::LocalFile;
             return false;
@@ -85,6 +91,13 @@ bool CDavDownload::TakeData(QNetworkReply& reply)
     }
     m_answer->Received(m_received, m_total);
     return true;
+}
+
+// A body without a promised length might never end.
+qint64 CDavDownload::Largest() const
+{
+    const qint64 told = m_total >= 0 ? m_total : m_session->KnownSize(m_id);
+    return told >= 0 ? told : LargestUnknown;
 }
 
 bool CDavDownload::TakeHead(const QNetworkReply& reply)

@@ -20,6 +20,7 @@ private:
     void Get();
     void GetDone(const SDavAnswer& got);
     bool TakeData(QNetworkReply& reply);
+    qint64 Largest() const;
     bool TakeHead(const QNetworkReply& reply);
     bool TakeWhole(const QNetworkReply& reply);
     bool TakeRest(const QNetworkReply& reply);

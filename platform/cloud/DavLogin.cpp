@@ -4,15 +4,6 @@
 
 namespace nuvs {
 
-namespace {
-
-bool isMissing(const SDavAnswer& got)
-{
-    return got.IsAnswered() && (got.status == 404 || got.status == 409);
-}
-
-}  // namespace
-
 CDavLogin::CDavLogin(DavSessionPtr session, AnswerPtr<NUVSLoginInfo> answer, std::function<void()> opened)
     : m_session(std::move(session)), m_answer(std::move(answer)), m_opened(std::move(opened))
 {
@@ -32,7 +23,7 @@ void CDavLogin::Start()
 void CDavLogin::MakeMark(bool isRootMade)
 {
     MakeFolder(m_session->MarkUrl(), [self = shared_from_this(), isRootMade](const SDavAnswer& got) {
-        if (isMissing(got) && !isRootMade)
+        if (IsMissing(got) && !isRootMade)
             return self->MakeRoot();
         if (!got.IsSuccess())
             return self->Refuse(got);

@@ -15,16 +15,11 @@ constexpr int Multistatus = 207;
 const QByteArray Question = R"(<?xml version="1.0" encoding="utf-8"?>
 <propfind xmlns="DAV:"><prop><resourcetype/><getcontentlength/><getlastmodified/></prop></propfind>)";
 
-bool isMissing(int status)
+QString codeOf(const SDavAnswer& got, QLatin1String missing)
 {
-    return status == 404 || status == 409 || status == 410;
-}
-
-QString codeOf(int status, QLatin1String missing)
-{
-    if (isMissing(status))
+    if (IsMissing(got))
         return missing;
-    return status >= 300 && status < 400 ? code::Redirected : code::ServerError;
+    return got.status >= 300 && got.status < 400 ? code::Redirected : code::ServerError;
 }
 
 const SDavEntry* findItself(const QVector<SDavEntry>& entries, const QUrl& url)
@@ -58,6 +53,11 @@ void arrange(QVector<NUVSCloudFileItem>& items)
 }
 
 }  // namespace
+
+bool IsMissing(const SDavAnswer& got)
+{
+    return got.IsAnswered() && (got.status == 404 || got.status == 409 || got.status == 410);
+}
 
 CDavSession::CDavSession(const SAccount& account, IStorage& owner, LostFunction lost)
     : m_address(account.address), m_product(account.product), m_mark(NewMarkName()), m_connection(account),
@@ -106,7 +106,7 @@ void CDavSession::List(const QString& folder, const AnswerBasePtr& answer, const
 {
     Look(FolderUrlOf(folder), 1, answer, [=](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
         // The root goes only with the mark.
-        if (folder.isEmpty() && got.IsAnswered() && isMissing(got.status))
+        if (folder.isEmpty() && IsMissing(got))
             return Lose(*answer);
         // Apache's words for the address of a file with "/" at its end.
         const bool isNoFolder = got.IsAnswered() && got.status == 400;
@@ -148,8 +148,7 @@ SDavListing CDavSession::Learn(const QString& folder, const QVector<SDavEntry>& 
 void CDavSession::LookForMark(const AnswerBasePtr& answer, const std::function<void()>& handler)
 {
     Look(MarkUrl(), 0, answer, [=](const SDavAnswer& got, const QVector<SDavEntry>& entries) {
-        const bool isGone = got.IsAnswered() && isMissing(got.status);
-        if (isGone || (got.IsSuccess() && !findItself(entries, MarkUrl())))
+        if (IsMissing(got) || (got.IsSuccess() && !findItself(entries, MarkUrl())))
             return Lose(*answer);
         if (!got.IsSuccess())
             return Refuse(got, *answer, code::ServerError);
@@ -166,7 +165,7 @@ void CDavSession::Refuse(const SDavAnswer& got, CAnswerBase& answer, QLatin1Stri
     if (got.status == 401)
         return Lose(answer);
     const bool hasError = got.error != QNetworkReply::NoError;
-    answer.Refuse({codeOf(got.status, missing), hasError ? got.error : QNetworkReply::UnknownContentError});
+    answer.Refuse({codeOf(got, missing), hasError ? got.error : QNetworkReply::UnknownContentError});
 }
 
 void CDavSession::Lose(CAnswerBase& answer)

@@ -13,6 +13,9 @@ struct SDavListing {
     QStringList marks;
 };
 
+/// What servers answer where there is nothing, or no folder on the way there.
+bool IsMissing(const SDavAnswer& got);
+
 /// What the requests of one session share: the server, the mark, what is known of the server, and how refusals are
 /// told.
 /// Part of its storage; requests keep that alive when the service has already let go of it.

@@ -94,7 +94,8 @@ void CDavUpload::Move(bool replaces)
 
 void CDavUpload::MoveDone(const SDavAnswer& got, bool replaces)
 {
-    if (got.status == 201 || got.status == 204)
+    // 207 tells what could not be moved.
+    if (got.IsSuccess() && got.status != 207)
         return Finish();
     if (!replaces && (got.status == 412 || isRedirection(got)))
         return MoveOverFile();
@@ -130,6 +131,9 @@ void CDavUpload::PutDirectlyDone(const SDavAnswer& got)
         return Finish();
     if (got.IsSuccess())
         return FailAfterCleaning(m_session->FileUrlOf(m_id), QNetworkReply::UnknownContentError);
+    // After silence the caller may have tried again, and succeeded, when the file would be deleted.
+    if (got.outcome == SDavAnswer::EOutcome::Silent)
+        return GiveUp(got, {});
     if (!got.IsAnswered())
         return GiveUp(got, m_session->FileUrlOf(m_id));
     // What was refused has changed nothing; a folder of that name is a reason.
@@ -141,12 +145,10 @@ void CDavUpload::PutDirectlyDone(const SDavAnswer& got)
     m_session->Look(m_session->FolderUrlOf(m_id), 0, m_answer, look);
 }
 
-/// Tidies up, and tells a lost session from a refusal. Nobody waits twice for a server that is silent, and as the
-/// process ends nothing is asked any more.
+/// Tidies up, and tells a lost session from a refusal. Nobody waits for another answer of a server that gave none.
 void CDavUpload::GiveUp(const SDavAnswer& got, const QUrl& left)
 {
-    const bool isSilent = got.outcome == SDavAnswer::EOutcome::Silent;
-    if (isSilent || got.error == QNetworkReply::OperationCanceledError) {
+    if (!got.IsAnswered()) {
         m_session->Refuse(got, *m_answer, code::FolderMissing);
         return Clean(left, [] {});
     }
@@ -156,8 +158,7 @@ void CDavUpload::GiveUp(const SDavAnswer& got, const QUrl& left)
             return refuse();
         // Asked without the answer: what ends it is the first failure, not this question's.
         const auto look = [self, refuse](const SDavAnswer& looked, const QVector<SDavEntry>&) {
-            const bool isGone = looked.IsAnswered() && (looked.status == 401 || looked.status == 404);
-            if (isGone)
+            if (looked.status == 401 || IsMissing(looked))
                 return self->m_session->Lose(*self->m_answer);
             refuse();
         };

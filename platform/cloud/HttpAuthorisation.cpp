@@ -129,10 +129,13 @@ QVector<CHttpAuthorisation::SChallenge> CHttpAuthorisation::Parse(const QByteArr
     return challenges;
 }
 
-bool CHttpAuthorisation::CanAnswer(const SChallenge& challenge)
+bool CHttpAuthorisation::CanAnswer(const SChallenge& challenge) const
 {
+    // There the colon ends the name: the rest would count as password, and the name as another user's.
+    if (challenge.scheme == EScheme::Basic)
+        return !m_user.contains(QLatin1Char(':'));
     if (challenge.scheme != EScheme::Digest)
-        return challenge.scheme == EScheme::Basic;
+        return false;
     const auto& given = challenge.parameters;
     const QByteArray algorithm = given.value("algorithm", "MD5").toUpper();
     // They are sent back in a line of the head.

@@ -33,7 +33,7 @@ private:
     };
 
     static QVector<SChallenge> Parse(const QByteArray& header);
-    static bool CanAnswer(const SChallenge& challenge);
+    bool CanAnswer(const SChallenge& challenge) const;
     QByteArray Basic() const;
     QByteArray Digest(const QByteArray& verb, const QUrl& url);
 

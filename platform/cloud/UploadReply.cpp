@@ -81,11 +81,14 @@ CUploadReply::CUploadReply(const QNetworkRequest& request, const QByteArray& ver
     setOperation(QNetworkAccessManager::PutOperation);
     open(QIODevice::ReadOnly);
     m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    Connect();
+    // Not at once: a proxy's setting can refuse on the spot, when nobody listens yet.
+    QMetaObject::invokeMethod(this, &CUploadReply::Connect, Qt::QueuedConnection);
 }
 
 void CUploadReply::Connect()
 {
+    if (isFinished())
+        return;
     const bool isSecure = url().scheme() == QLatin1String("https");
     if (isSecure)
         connect(&m_socket, &QSslSocket::encrypted, this, &CUploadReply::SendHead);
@@ -119,10 +122,15 @@ void CUploadReply::SendHead()
     Fill();
 }
 
+qint64 CUploadReply::Unsent() const
+{
+    return m_left + m_socket.bytesToWrite() + m_socket.encryptedBytesToWrite();
+}
+
 void CUploadReply::Fill()
 {
     // Neither what is appended to the file meanwhile, nor less.
-    while (m_left > 0 && m_socket.bytesToWrite() + m_socket.encryptedBytesToWrite() < MostUnsent) {
+    while (m_left > 0 && Unsent() - m_left < MostUnsent) {
         const QByteArray block = m_file.read(qMin(BlockSize, m_left));
         if (block.isEmpty())
             return Finish(UnknownContentError, QStringLiteral("The file became shorter."));
@@ -136,7 +144,10 @@ void CUploadReply::OnWritten()
     if (isFinished())
         return;
     Fill();
-    const qint64 unsent = m_left + m_socket.bytesToWrite() + m_socket.encryptedBytesToWrite();
+    // The file may have failed.
+    if (isFinished())
+        return;
+    const qint64 unsent = Unsent();
     const qint64 sent = qMax<qint64>(0, m_size - unsent);
     if (unsent > 0 && !m_told.hasExpired(TellEveryMs))
         return;
@@ -163,7 +174,7 @@ bool CUploadReply::TakeHead()
     const int status = statusOf(lines.first().trimmed());
     if (status >= 100 && status < 200)
         return false;
-    const bool isEarlySuccess = status < 300 && m_left > 0;
+    const bool isEarlySuccess = status < 300 && Unsent() > 0;
     if (status == 0 || isEarlySuccess) {
         Finish(ProtocolFailure, QStringLiteral("The server's answer makes no sense."));
         return true;

@@ -24,6 +24,7 @@ protected:
 private:
     void Connect();
     void SendHead();
+    qint64 Unsent() const;
     void Fill();
     void OnWritten();
     void OnReadyRead();

@@ -48,9 +48,10 @@ void deleteEntry(const DavSessionPtr& session, const QString& id, bool isFolder,
     session->Connection().Send(order, answer, [=](const SDavAnswer& got) {
         if (got.status == 301 && !isFolder)
             return deleteEntry(session, id, true, answer);
-        // 207 tells what could not be deleted.
+        // 409 is a conflict with what is there. 207 tells what could not be deleted.
+        const bool isConflict = got.status == 409;
         if (!got.IsSuccess() || got.status == 207)
-            return session->Refuse(got, *answer, code::FileMissing);
+            return session->Refuse(got, *answer, isConflict ? code::ServerError : code::FileMissing);
         session->ForgetFile(id);
         NUVSCloudDelFile deleted;
         deleted.id = id;

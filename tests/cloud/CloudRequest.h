@@ -17,7 +17,7 @@ struct COutcome {
     QNetworkReply::NetworkError error = QNetworkReply::NoError;
     bool progressFell = false;
     qint64 progress = 0;
-    qint64 total = 0;
+    qint64 total = -1;
 
     /// The one ending, or what is wrong with them.
     QString Told() const

@@ -118,7 +118,8 @@ private:
     {
         QVector<Row> rows = {{status(401, method, path), "NUVS_000002"},
                              {status(404, method, path), notThere},
-                             {status(409, method, path), notThere},
+                             {status(410, method, path), notThere},
+                             {status(409, method, path), method == "DELETE" ? "NUVS_100003" : notThere},
                              {status(405, method, path), notAllowed},
                              {fault(CFault::Hang, method, path), "time-out"},
                              {fault(CFault::Close, method, path), "error"},
@@ -184,6 +185,8 @@ private slots:
         AddRows("upload", Failures("MOVE", {}));
         AddRows("upload", {{status(405, "PUT"), "error"},
                            {fault(CFault::CloseAfter, "PUT"), "error"},
+                           {body(s_halfDeleted, "MOVE"), "error"},
+                           {{CFault::OtherStatus, "MOVE", {}, 200}, "done"},
                            {status(405, "MOVE"), "done"},
                            {status(501, "MOVE"), "done"}});
         AddRows("download", Failures("GET", {}));
@@ -247,16 +250,50 @@ private slots:
         QCOMPARE(readFile(server.root + "/JsonFiles/new.json"), readFile(path));
     }
 
-    // Nobody may replace the old file by half of a new one where the server cannot move.
+    // Nobody may replace the old file by half of a new one where the server cannot move. After silence the caller may
+    // have done it anew.
     void withoutMoveABrokenUploadIsTakenAway()
     {
         StockedServer server;
         QCOMPARE(Login(server.account).Wait().Told(), QString("done"));
+        const QString folder = idOf("JsonFiles");
         server.GetScript().Add(status(501, "MOVE"));
-        server.GetScript().Add(fault(CFault::CloseAfter, "PUT", "new.json"));
+        server.GetScript().Add(times(1, fault(CFault::CloseAfter, "PUT", "new.json")));
+        server.GetScript().Add(fault(CFault::Hang, "PUT", "old.json"));
         const QString path = writeFile(NewFolder() + "/new.json", someBytes(5000));
-        QCOMPARE(Upload(idOf("JsonFiles"), path).Wait().Told(), QString("error"));
-        QVERIFY(!QFile::exists(server.root + "/JsonFiles/new.json"));
+        QCOMPARE(Upload(folder, path).Wait().Told(), QString("error"));
+        QVERIFY(server.GetScript().WaitForRequests(2, "DELETE"));
+        QTRY_VERIFY(!QFile::exists(server.root + "/JsonFiles/new.json"));
+        setNUVSCloudSettings({ShortSilenceMs, {}});
+        QCOMPARE(Upload(folder, writeFile(NewFolder() + "/old.json", "{}")).Wait().Told(), QString("time-out"));
+        setNUVSCloudSettings({20 * 1000, {}});
+        QCOMPARE(Children(folder).Wait().result.items.size(), 1);
+        QCOMPARE(readFile(server.stored), s_stored);
+    }
+
+    // The length of such an answer is not told before.
+    void whatNeverEndsIsNotTaken()
+    {
+        StockedServer server;
+        QCOMPARE(Login(server.account).Wait().Told(), QString("done"));
+        const QString file = idOf("old.json", idOf("JsonFiles")), target = writeFile(NewFolder() + "/old.json", "old");
+        server.GetScript().Add(times(1, fault(CFault::Chunked, "GET")));
+        QCOMPARE(Download(file, target).Wait().Told(), QString("done"));
+        QVERIFY(readFile(target) == s_stored);
+        server.GetScript().Add(fault(CFault::Endless, "GET"));
+        QCOMPARE(Download(file, target).Wait().Told(), QString("error"));
+        QVERIFY(readFile(target) == s_stored);
+    }
+
+    // With Basic it would be alice with another password.
+    void aColonIsInNoName()
+    {
+        StockedServer server;
+        const int colon = server.Password.indexOf(':');
+        const CCloudAccount account{server.User + ':' + server.Password.left(colon), server.Password.mid(colon + 1),
+                                    server.GetAddress()};
+        QCOMPARE(Login(account).Wait().Told(), QString("NUVS_000008"));
+        QCOMPARE(methods(server.GetScript().TakeLog()), QString("PROPFIND without credentials"));
     }
 
     void anUploadIsTwoRequests()

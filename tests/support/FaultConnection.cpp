@@ -2,6 +2,8 @@
 
 #include <QUrl>
 
+#include <limits>
+
 namespace {
 
 constexpr int HugeBytes = 100 * 1000 * 1000;
@@ -12,7 +14,7 @@ QByteArray headOf(const CHttpAnswer& answer, qint64 length)
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Told\r\n";
     for (const auto& header : answer.headers)
         head += header.first + ": " + header.second + "\r\n";
-    if (answer.status != 204)
+    if (answer.status != 204 && length >= 0)
         head += "Content-Length: " + QByteArray::number(length) + "\r\n";
     return head + "\r\n";
 }
@@ -163,6 +165,12 @@ bool CFaultConnection::Distort(const CHttpAnswer& honest, const CFault& fault)
         return Send(honest, size, BodyEnd::Cut);
     case CFault::HangInBody:
         return Send(honest, size, BodyEnd::Waiting);
+    case CFault::OtherStatus:
+        return Send({fault.status, honest.headers, honest.body});
+    case CFault::Chunked:
+        return SendChunks(honest, 1);
+    case CFault::Endless:
+        return SendChunks(honest, std::numeric_limits<int>::max());
     case CFault::Trickle:
         return SendSlowly(honest);
     case CFault::LongLength:
@@ -198,6 +206,17 @@ bool CFaultConnection::SendSlowly(const CHttpAnswer& answer)
     for (int first = 0; goesOn && first < answer.body.size(); first += piece)
         goesOn = m_script.Pause() && m_socket.Write(answer.body.mid(first, piece));
     return goesOn;
+}
+
+bool CFaultConnection::SendChunks(CHttpAnswer answer, int count)
+{
+    m_script.Finish(m_request, answer.status);
+    const QByteArray chunk = QByteArray::number(answer.body.size(), 16) + "\r\n" + answer.body + "\r\n";
+    answer.headers.append(qMakePair(QByteArray("Transfer-Encoding"), QByteArray("chunked")));
+    bool goesOn = m_socket.Write(headOf(answer, -1));
+    for (int i = 0; goesOn && i < count; ++i)
+        goesOn = m_socket.Write(chunk);
+    return goesOn && m_socket.Write("0\r\n\r\n");
 }
 
 bool CFaultConnection::SendHugeBody()

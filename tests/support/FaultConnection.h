@@ -25,6 +25,7 @@ private:
     bool Distort(const CHttpAnswer& honest, const CFault& fault);
     bool Send(const CHttpAnswer& answer, qint64 announced = -1, BodyEnd end = BodyEnd::Whole);
     bool SendSlowly(const CHttpAnswer& answer);
+    bool SendChunks(CHttpAnswer answer, int count);
     bool SendHugeBody();
 
     CTcpSocket m_socket;

@@ -27,6 +27,9 @@ struct CFault {
         IgnoreRange,  ///< sends the whole file where a part was asked for
         WrongRange,   ///< says and sends another part of the file than the one asked for
         Trickle,      ///< sends the answer's body in many pieces, a while after another
+        OtherStatus,  ///< does its duty, and answers `status`
+        Chunked,      ///< sends the answer's body without telling its length
+        Endless,      ///< again and again
         Entry,        ///< lists one more file, `text` being its address
     };
     Kind kind = Status;
