@@ -145,10 +145,13 @@ void CDavUpload::PutDirectlyDone(const SDavAnswer& got)
     m_session->Look(m_session->FolderUrlOf(m_id), 0, m_answer, look);
 }
 
-/// Tidies up, and tells a lost session from a refusal. Nobody waits for another answer of a server that gave none.
+/// Tidies up, and tells a lost session from a refusal: a server that refuses a large body may close the connection
+/// before its answer is read. Nobody waits twice for one that is silent, and as the process ends nothing is asked any
+/// more.
 void CDavUpload::GiveUp(const SDavAnswer& got, const QUrl& left)
 {
-    if (!got.IsAnswered()) {
+    const bool isSilent = got.outcome == SDavAnswer::EOutcome::Silent;
+    if (isSilent || got.error == QNetworkReply::OperationCanceledError) {
         m_session->Refuse(got, *m_answer, code::FolderMissing);
         return Clean(left, [] {});
     }
