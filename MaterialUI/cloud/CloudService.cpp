@@ -176,6 +176,8 @@ void CCloudService::takeDocument(const NUVSCloudFileItem& item)
     if (isGone || m_removals.Contains(id))
         return;
     const CloudFolders place = folders();
+    if (place.favorites.isEmpty())
+        return;
     const QFileInfo local(place.document(id));
     if (!local.exists()) {
         m_downloads.Request(CCloudIndex::Documents, item.name);

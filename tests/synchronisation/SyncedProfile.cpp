@@ -1,9 +1,19 @@
 #include "SyncedProfile.h"
 
+#include <CloudRequest.h>
+#include <CloudService.h>
 #include <TestFiles.h>
 
 #include <QCryptographicHash>
 #include <QDir>
+
+// A listing that comes late would still write records into the folder that is being deleted. What answers the logout
+// comes after it, on the same thread.
+SyncedProfile::~SyncedProfile()
+{
+    CCloudService::Instance().Open({});
+    (void)CloudRequests::Logout().Wait();
+}
 
 void SyncedProfile::keep(const QString& id, const QByteArray& texture, const QString& name)
 {

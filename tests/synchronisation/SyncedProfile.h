@@ -7,6 +7,11 @@ class SyncedProfile : public DialogFixture {
 public:
     using Files = QMap<QString, QByteArray>;  ///< what they hold, by name
 
+    SyncedProfile() = default;
+    ~SyncedProfile();
+    SyncedProfile(const SyncedProfile&) = delete;
+    SyncedProfile& operator=(const SyncedProfile&) = delete;
+
     /// Stores a favourite as one of that id; `texture` is what its picture holds, none when empty.
     void keep(const QString& id, const QByteArray& texture = {}, const QString& name = QStringLiteral("favourite"));
     void keepDocument(const QString& id, const QByteArray& document) const;
