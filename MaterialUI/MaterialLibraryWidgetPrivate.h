@@ -12,8 +12,8 @@ class LoginCallback;
 /// MaterialLibraryCloud.cpp (account, favourites, timers).
 struct CMaterialLibraryWidget::Private {
     Private(kiv::CMaterialLibrary& materials, bool release, const std::string& name, bool cloud)
-        : library(materials), manager(*materials.GetMaterialManager()), releaseOnClose(release),
-          projectLibraryName(name), cloudEnabled(cloud), mirror(manager)
+        : library(materials), manager(*materials.GetMaterialManager()), projectLibraryName(name), mirror(manager),
+          releaseOnClose(release), cloudEnabled(cloud)
     {
     }
 
@@ -48,19 +48,19 @@ struct CMaterialLibraryWidget::Private {
 
     kiv::CMaterialLibrary& library;
     kiv::CAppearanceLibraryManager& manager;
-    bool releaseOnClose;
     std::string projectLibraryName;
-    bool cloudEnabled;
     std::function<void(const kiv::CAppearanceInstancePtr&)> reactor;
     CMaterialLibraryForm form;
     kiv::CAppearanceInstancePtr awaited;  ///< shown although textures of it are not here yet
-    bool hasEdits = false;                ///< that wait to be kept or taken back
     CFavoriteMirror mirror;
     LoginCallback* loginCallback = nullptr;
-    bool isOnline = false;
-    bool isSyncPending = false;                  ///< asked for while nobody was logged in
     kiv::CAppearanceLibraryPtr loadedFavorites;  ///< the library object that was filled from the disk
-    bool areFavoritesWhole = false;              ///< with all that lies there
     QTimer statusTimer;
     QTimer favoriteLoadTimer;
+    bool releaseOnClose;
+    bool cloudEnabled;
+    bool areFavoritesWhole = false;  ///< with all that lies on the disk
+    bool hasEdits = false;           ///< that wait to be kept or taken back
+    bool isOnline = false;
+    bool isSyncPending = false;  ///< asked for while nobody was logged in
 };

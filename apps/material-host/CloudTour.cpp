@@ -154,8 +154,9 @@ void CloudTour::noticeOtherLogin()
     loginElsewhere();
     bool isAnswered = false;
     const auto answer = [&](QWidget& box) {
-        auto* question = qobject_cast<QMessageBox*>(&box);
-        expect(question && question->text().startsWith("当前账号在其他地方登录"), "the dialog asks what to do");
+        const auto* question = qobject_cast<QMessageBox*>(&box);
+        if (!question || !question->text().startsWith("当前账号在其他地方登录"))
+            throw TourFailure("the dialog does not ask what to do");
         m_tour.picture("question");
         isAnswered = true;
         if (QAbstractButton* yes = question->button(QMessageBox::Yes))

@@ -36,7 +36,7 @@ public:
 
     /// Shows it and waits until the favourites of the disk are there and, with an account, somebody is logged in. Fails
     /// the test when that does not happen.
-    void open();
+    void open() override;
     /// Shows the favourites in the lower table.
     void showFavorites();
     QToolButton* synchronizeButton() const;
