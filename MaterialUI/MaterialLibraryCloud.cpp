@@ -362,6 +362,8 @@ void CMaterialLibraryWidget::Private::showSynchronization() const
 {
     const CSynchronizationStatus::Counts counts = CCloudService::Instance().GetStatus().Get();
     const bool isIdle = counts.waiting == 0;
+    // Hidden, since what a label had shown stays on the screen when a layout takes away all its width.
+    form.synchronizationLabel->setVisible(!isIdle);
     form.synchronizationLabel->setText(isIdle ? QString() : countsText(counts));
     form.accountLabel->setToolTip(isIdle && counts.succeeded + counts.failed > 0 ? countsText(counts) : QString());
 }

@@ -27,6 +27,8 @@ CloudAccountDialog::CloudAccountDialog(CloudAccount& account, QWidget* parent)
     m_password->setEchoMode(QLineEdit::Password);
     m_hint->setObjectName("cloudHint");
     m_hint->setWordWrap(true);
+    m_hint->setMinimumHeight(3 * fontMetrics().lineSpacing());  // of the longest hint
+    m_hint->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     auto* layout = new QFormLayout(this);
     layout->addRow(tr("WebDAV server"), m_address);
     layout->addRow(tr("User"), m_user);

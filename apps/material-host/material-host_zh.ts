@@ -102,6 +102,10 @@
         <source>Signing in...</source>
         <translation>正在登录……</translation>
     </message>
+    <message>
+        <source>Enter the password of the account.</source>
+        <translation>请输入该账号的密码。</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
