@@ -99,7 +99,6 @@ void CCloudDownloads::Restart()
         m_requested[folder].subtract(m_failed[folder]);
         m_failed[folder].clear();
     }
-    m_information.Reset();
 }
 
 void CCloudDownloads::StartNext()

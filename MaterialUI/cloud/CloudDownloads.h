@@ -21,7 +21,7 @@ public:
     void StartNext();
     /// The one under way is over; `isWhole`: it lies whole where it was sent to.
     void End(CCloudIndex::Folder folder, const QString& name, bool isWhole);
-    /// After a login: what failed may be asked for again.
+    /// After a login: what failed may be asked for again. Who counts from the login on resets the information.
     void Restart();
     /// Whether documents are waited for, or could not be brought.
     bool AreDocumentsUnderWay() const;
