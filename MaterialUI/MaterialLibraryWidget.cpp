@@ -493,3 +493,8 @@ std::wstring CMaterialLibraryWidget::NewMaterialId()
 void CMaterialLibraryWidget::ApplyAppearance(const kiv::CAppearanceInstancePtr&)
 {
 }
+
+int CMaterialLibraryWidget::CountAppearanceUses(const kiv::CAppearanceInstancePtr&)
+{
+    return 0;
+}

@@ -85,7 +85,7 @@ protected:
     virtual void DoubleClickSystemBrowserFunc(const kiv::CAppearanceInstancePtr& appearance);
     /// The property of the key was edited; browsers and preview show it already. Empty in this edition.
     virtual void AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr& appearance, const std::string& key);
-    /// Does nothing yet; nothing in the dialog calls it.
+    /// Adds an editable copy to the project library and selects it. The copy; null when there is none to make.
     virtual kiv::CAppearanceInstancePtr CopyandAddAppearanceFunc(const kiv::CAppearanceInstancePtr& appearance);
     /// Stores the appearance, with its textures, as a favourite of the category. False when there is one like it (the
     /// user is told) or it cannot be stored.
@@ -96,7 +96,8 @@ protected:
     /// Sends the favourites that the cloud does not have as they are here. Does nothing without a network, while such a
     /// sending is under way, and when there is nothing to send.
     virtual void SynchronizedCloudFunc();
-    /// Does nothing yet; nothing in the dialog calls it.
+    /// Deletes an appearance of the project library, after the user was asked if that was needed. Cancelling brings it
+    /// back, as a new object of the same id, unless its edit type is 0 or 2.
     virtual void AppearanceDeletedFunc(const kiv::CAppearanceInstancePtr& appearance);
     /// Removes a favourite with its files and, as soon as that is possible, its copies in the cloud.
     virtual void AppearanceRemoveFunc(const kiv::CAppearanceInstancePtr& appearance);
@@ -104,6 +105,9 @@ protected:
     virtual std::wstring NewMaterialId();
     /// Called before the reactor by everything that applies but a mere selection; empty in this edition.
     virtual void ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance);
+    /// How many elements of the building use the appearance: who deletes one that is used is asked first. None in this
+    /// edition, which knows no elements.
+    virtual int CountAppearanceUses(const kiv::CAppearanceInstancePtr& appearance);
 
     /// Fills the user library "Favorite Library" (made when missing) from the ".json" and ".ggm" files of the folder
     /// `root`/`libraryName`, behind a modal progress dialog. What cannot be read and ids that occur twice are skipped;

@@ -279,6 +279,21 @@ void CAppearanceLibraryBrowserCtrl::ShowCollectAndSynchBtn(bool show)
     m->ui.synchronizeButton->setVisible(show);
 }
 
+void CAppearanceLibraryBrowserCtrl::ShowImport(bool show)
+{
+    m->isImportAllowed = show;
+}
+
+void CAppearanceLibraryBrowserCtrl::SetDeleteConfirmation(const Confirmation& confirmation)
+{
+    m->confirmDelete = confirmation;
+}
+
+void CAppearanceLibraryBrowserCtrl::SetRemoveConfirmation(const Confirmation& confirmation)
+{
+    m->confirmRemove = confirmation;
+}
+
 void CAppearanceLibraryBrowserCtrl::SetComboBoxCurrentItem(const std::string& name)
 {
     const int index = m->ui.comboBox->findData(QString::fromLocal8Bit(name.c_str()));
@@ -367,6 +382,36 @@ void CAppearanceLibraryBrowserCtrl::OnMenuDownloadAppearance()
 {
     if (const kiv::CAppearanceInstancePtr appearance = m->menuTarget())
         emit OnDownloadAppearance(QString::fromLocal8Bit(appearance->GetId().c_str()));
+}
+
+void CAppearanceLibraryBrowserCtrl::OnMenuApplyAppearance()
+{
+    const kiv::CAppearanceInstancePtr appearance = m->menuTarget();
+    if (!appearance)
+        return;
+    m->announce(QString::fromLocal8Bit(appearance->GetId().c_str()));
+    emit OnApplyAppearance(appearance);
+}
+
+void CAppearanceLibraryBrowserCtrl::OnMenuRenameAppearance()
+{
+    if (const kiv::CAppearanceInstancePtr appearance = m->menuTarget())
+        emit OnRenameAppearance(appearance);
+}
+
+void CAppearanceLibraryBrowserCtrl::OnMenuExportAppearances()
+{
+    Appearances appearances;
+    for (const QString& id : m->menuTargets())
+        if (const kiv::CAppearanceInstancePtr appearance = m->find(id))
+            appearances.push_back(appearance);
+    if (!appearances.empty())
+        emit OnExportAppearances(appearances);
+}
+
+void CAppearanceLibraryBrowserCtrl::OnMenuImportAppearances()
+{
+    emit OnImportAppearances({});
 }
 
 void CAppearanceLibraryBrowserCtrl::OnMenuAppearanceTypeChange()

@@ -7,8 +7,10 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QTableWidget;
 class QTableWidgetItem;
@@ -34,6 +36,10 @@ class MATERIALUI_EXPORT CAppearanceLibraryBrowserCtrl : public QWidget {
     Q_OBJECT
 
 public:
+    using Appearances = std::vector<kiv::CAppearanceInstancePtr>;
+    /// Asks the user; false leaves everything as it is.
+    using Confirmation = std::function<bool(const Appearances& appearances)>;
+
     /// Manager and provider are borrowed and must outlive the control; the provider may be null.
     CAppearanceLibraryBrowserCtrl(kiv::CAppearanceLibraryManager& manager, QWidget* parent,
                                   AppearanceLibraryProvider* provider, bool cloudEnabled);
@@ -72,6 +78,12 @@ public:
     /// Whether the appearance context menu may open.
     void ShowAppearanceMenu(bool show);
     void ShowCollectAndSynchBtn(bool show);
+    /// Whether files may be brought in, by the menu or by dropping them here. Initially not.
+    void ShowImport(bool show);
+    /// Called once before the signals for all appearances that the user wants to delete, or to remove from the
+    /// favourites. Without one nothing is asked.
+    void SetDeleteConfirmation(const Confirmation& confirmation);
+    void SetRemoveConfirmation(const Confirmation& confirmation);
     /// Several rows may be selected in the favourite library, one in any other.
     void SetTableWidgetSelectMode();
     /// Shows the entry of the library name in the combo box, without announcing it.
@@ -98,6 +110,12 @@ signals:
     void OnMaterialLibraryChange(const kiv::String& libraryName);
     void OnAddFavoriteTextures();
     void OnSynchronizedCloud();
+    /// The appearance was announced by OnSelectAppearance before.
+    void OnApplyAppearance(const kiv::CAppearanceInstancePtr& appearance);
+    void OnRenameAppearance(const kiv::CAppearanceInstancePtr& appearance);
+    void OnExportAppearances(const CAppearanceLibraryBrowserCtrl::Appearances& appearances);
+    /// ".ggm" archives and ".json" documents (paths of this machine) to bring into the library shown; none: ask which.
+    void OnImportAppearances(const QStringList& files);
 
 public slots:
     void currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous);
@@ -111,6 +129,10 @@ public slots:
     void OnMenuAppearanceTypeAccepted();
     void OnMenuAddFavoriteAppearance();
     void OnMenuDownloadAppearance();
+    void OnMenuApplyAppearance();
+    void OnMenuRenameAppearance();
+    void OnMenuExportAppearances();
+    void OnMenuImportAppearances();
     void OnSelectItem(QTableWidgetItem* item);
     void OnChooseLibrary();
     /// Shows an appearance that somebody added to the library, and selects it.

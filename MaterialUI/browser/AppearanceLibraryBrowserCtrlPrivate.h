@@ -97,7 +97,10 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     /// A mouse press changes the current item and its release then clicks it: one choice, to be announced once.
     QString announcedByPress;
     bool isPressed = false;
+    Confirmation confirmDelete;
+    Confirmation confirmRemove;
     bool isMenuAllowed = true;
+    bool isImportAllowed = false;
     bool isCloudEnabled;
     int silent = 0;
 };
