@@ -183,14 +183,18 @@ void CFavoriteMirror::PointAtCopies(const CAppearanceInstance& appearance) const
 
 QSet<QString> CFavoriteMirror::UsedTextures(const kiv::String& exceptId) const
 {
+    const auto favorites = library();
+    return favorites ? TexturesOf(*favorites, exceptId) : QSet<QString>();
+}
+
+QSet<QString> CFavoriteMirror::TexturesOf(const kiv::CAppearanceLibrary& library, const kiv::String& exceptId)
+{
     QSet<QString> names;
-    if (const auto favorites = library()) {
-        for (const auto& entry : *favorites) {
-            if (entry.first == exceptId)
-                continue;
-            for (const QString& name : TextureNames(*entry.second))
-                names.insert(name);
-        }
+    for (const auto& entry : library) {
+        if (entry.first == exceptId)
+            continue;
+        for (const QString& name : TextureNames(*entry.second))
+            names.insert(name);
     }
     return names;
 }

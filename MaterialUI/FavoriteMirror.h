@@ -48,6 +48,7 @@ public:
     void PointAtCopies(const kiv::CAppearanceInstance& appearance) const;
     /// The names of the textures of all favourites but the one of the id.
     QSet<QString> UsedTextures(const kiv::String& exceptId = {}) const;
+    static QSet<QString> TexturesOf(const kiv::CAppearanceLibrary& library, const kiv::String& exceptId = {});
     static QStringList TextureNames(const kiv::CAppearanceInstance& appearance);
 
 private:

@@ -1,5 +1,6 @@
 // The cloud account, the favourites that it mirrors, and the timers that look after them.
 
+#include "DialogState.h"
 #include "FavoriteLibraryLoader.h"
 #include "FavoriteLibrarySetUp.h"
 #include "ItemRoles.h"
@@ -251,7 +252,8 @@ void CMaterialLibraryWidget::AppearanceRemoveFunc(const kiv::CAppearanceInstance
         m->awaited.reset();
 }
 
-// Otherwise it would be back the next time the favourites are read.
+// Otherwise it would be back the next time the favourites are read. A texture stays while a material of the project has
+// it, also one that cancelling would bring back.
 void CMaterialLibraryWidget::Private::removeFiles(const kiv::CAppearanceInstance& favorite) const
 {
     const CloudFolders folders = mirror.Folders();
@@ -260,7 +262,11 @@ void CMaterialLibraryWidget::Private::removeFiles(const kiv::CAppearanceInstance
         return;
     QFile::remove(folders.document(id));
     QFile::remove(folders.record(id));
-    const QSet<QString> used = mirror.UsedTextures(favorite.GetId());
+    if (hasEdits)
+        return;
+    QSet<QString> used = mirror.UsedTextures(favorite.GetId());
+    if (const auto project = projectLibrary())
+        used.unite(CFavoriteMirror::TexturesOf(*project));
     for (const QString& name : CFavoriteMirror::TextureNames(favorite)) {
         if (!isTextureUsed(used, name) && kiv::system::IsPlainName(name.toStdWString()))
             QFile::remove(folders.textures + '/' + name);
@@ -440,12 +446,14 @@ void CMaterialLibraryWidget::LoadApperanceLibrary(const std::wstring& root, cons
     if (!library)
         library = AddFavoriteLibrary(m->manager);
     const QString folder = kiv::system::JoinPath(root, GStdStringTrans::StringToWString(libraryName));
-    QDir().mkpath(folder);
     const QPointer<CMaterialLibraryWidget> alive(this);
-    const bool isWhole = CFavoriteLibraryLoader(m->manager, *this).Load(folder, *library);
+    CFavoriteLibraryLoader loader(m->manager, *this);
+    const bool isWhole = loader.Load(folder, *library);
     if (!alive)
         return;
+    m->form.ShowNotice(loader.GetNotice(), loader.GetNoticeDetails());
     m->form.systemBrowser->UpdateFavoriteLibrary(library);
+    CDialogState(m->manager, *this, m->form).RestoreFavorites();
     m->mirror.Restart();
     m->loadedFavorites = library;
     m->areFavoritesWhole = isWhole;

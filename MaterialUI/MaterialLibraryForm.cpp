@@ -5,6 +5,7 @@
 #include <AppearanceDynamicEditor.h>
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <AppearancePreviewerCtrl.h>
+#include <PlainTip.h>
 
 #include <QDialog>
 #include <QFrame>
@@ -64,11 +65,9 @@ QWidget* CMaterialLibraryForm::buildBrowsers()
     });
     projectBrowser->setObjectName(QStringLiteral("ProjectLibrary"));
     systemBrowser->setObjectName(QStringLiteral("SystemLibrary"));
-    for (CAppearanceLibraryBrowserCtrl* browser : {projectBrowser, systemBrowser}) {
+    for (CAppearanceLibraryBrowserCtrl* browser : {projectBrowser, systemBrowser})
         browser->ShowTreeWidget(true);
-        browser->ShowAppearanceMenu(false);
-    }
-    auto* splitter = new QSplitter(Qt::Vertical, m_dialog);
+    splitter = new QSplitter(Qt::Vertical, m_dialog);
     splitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(searchLine);
@@ -100,15 +99,15 @@ QWidget* CMaterialLibraryForm::buildEditorArea()
     controlsLayout->setSpacing(0);
     controlsLayout->setContentsMargins(0, 0, 0, 0);
     controlsLayout->addWidget(editor);
-    auto* area = new QScrollArea(m_dialog);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidgetResizable(true);
-    area->setMinimumHeight(EditorHeight);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(controls);
-    area->setFixedWidth(editor->width() + area->verticalScrollBar()->sizeHint().width());
-    return area;
+    editorArea = new QScrollArea(m_dialog);
+    editorArea->setFrameShape(QFrame::NoFrame);
+    editorArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    editorArea->setWidgetResizable(true);
+    editorArea->setMinimumHeight(EditorHeight);
+    editorArea->setFocusPolicy(Qt::NoFocus);
+    editorArea->setWidget(controls);
+    editorArea->setFixedWidth(editor->width() + editorArea->verticalScrollBar()->sizeHint().width());
+    return editorArea;
 }
 
 QBoxLayout* CMaterialLibraryForm::buildBottomBar(bool cloudEnabled)
@@ -121,9 +120,14 @@ QBoxLayout* CMaterialLibraryForm::buildBottomBar(bool cloudEnabled)
     accountLabel->setObjectName(QStringLiteral("LabelAccount"));
     synchronizationLabel = new QLabel(m_dialog);
     synchronizationLabel->setObjectName(QStringLiteral("LabelSynchronization"));
+    noticeLabel = new QLabel(m_dialog);
+    noticeLabel->setObjectName(QStringLiteral("LabelNotice"));
+    noticeLabel->setTextFormat(Qt::PlainText);
+    noticeLabel->hide();
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(3, 3, 3, 3);
     bar->setSpacing(6);
+    bar->addWidget(noticeLabel);
     bar->addSpacerItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
     bar->addWidget(applyButton);
     for (QLabel* label : {accountLabel, synchronizationLabel}) {
@@ -131,6 +135,13 @@ QBoxLayout* CMaterialLibraryForm::buildBottomBar(bool cloudEnabled)
         bar->addWidget(label);
     }
     return bar;
+}
+
+void CMaterialLibraryForm::ShowNotice(const QString& text, const QString& details) const
+{
+    noticeLabel->setText(text);
+    noticeLabel->setToolTip(PlainTip(details));
+    noticeLabel->setVisible(!text.isEmpty());
 }
 
 QFrame* CMaterialLibraryForm::makeLine(bool isVertical, const char* name)

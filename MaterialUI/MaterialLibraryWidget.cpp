@@ -1,6 +1,7 @@
 #include "MaterialLibraryWidgetPrivate.h"
 
 #include "AppearanceHeading.h"
+#include "DialogState.h"
 #include "EditStack.h"
 #include "FavoriteLibrarySetUp.h"
 #include "ItemRoles.h"
@@ -102,8 +103,10 @@ void CMaterialLibraryWidget::Initilize(AppearanceLibraryProvider* provider, bool
         m->form.systemBrowser->SelectTableItem(toQt(first->GetId()));
     }
     m->connectSignals(*this);
+    m->connectOperations(*this);
     setSizeGripEnabled(provider != nullptr);
     m->form.searchLine->setFocus();
+    CDialogState(m->manager, *this, m->form).Restore();
 }
 
 void CMaterialLibraryWidget::Private::setUpWindow(QDialog& dialog) const
@@ -371,10 +374,12 @@ void CMaterialLibraryWidget::showTakenBack(const std::set<kiv::CAppearanceInstan
         return;
     UpdateBrowserLibrary();
     const QPointer<CMaterialLibraryWidget> alive(this);
+    const auto project = m->projectLibrary();
     for (const auto& appearance : appearances) {
         if (!alive)
             return;
-        m->showAnew(appearance);
+        if (project && project->FindInstance(appearance->GetId()) == appearance)
+            m->showAnew(appearance);
         emit AppearanceEdited(appearance);
     }
 }
@@ -437,6 +442,7 @@ void CMaterialLibraryWidget::showEvent(QShowEvent* event)
 
 void CMaterialLibraryWidget::hideEvent(QHideEvent* event)
 {
+    CDialogState(m->manager, *this, m->form).Save();
     m->statusTimer.stop();
     m->favoriteLoadTimer.stop();
     CCloudService::Instance().SetVisible(false);
@@ -458,10 +464,13 @@ void CMaterialLibraryWidget::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const QWidget* focused = focusWidget();
-    if (isEnter && focused && (focused == m->form.searchLine || m->form.editor->isAncestorOf(focused)))
-        event->accept();
-    else
+    if (!isEnter || !focused || (focused != m->form.searchLine && !m->form.editor->isAncestorOf(focused))) {
         QDialog::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    if (QWidget* before = std::exchange(m->renamedFrom, nullptr))
+        before->setFocus(Qt::OtherFocusReason);
 }
 
 // ---- virtual operations
@@ -473,15 +482,6 @@ void CMaterialLibraryWidget::DoubleClickSystemBrowserFunc(const kiv::CAppearance
 }
 
 void CMaterialLibraryWidget::AppearancePropertyChangedFunc(const kiv::CAppearanceInstancePtr&, const std::string&)
-{
-}
-
-kiv::CAppearanceInstancePtr CMaterialLibraryWidget::CopyandAddAppearanceFunc(const kiv::CAppearanceInstancePtr&)
-{
-    return {};
-}
-
-void CMaterialLibraryWidget::AppearanceDeletedFunc(const kiv::CAppearanceInstancePtr&)
 {
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <AppearanceLibraryBrowserCtrl.h>
 #include <MaterialUIExport.h>
 
 #include <kiv/MaterialLibrary.h>
@@ -13,7 +14,6 @@
 #include <string>
 
 class AppearanceLibraryProvider;
-class CAppearanceLibraryBrowserCtrl;
 class LoginCallback;
 
 /// The material dialog of the standard edition: the project's library above, the system or favourite library below, and
@@ -29,7 +29,9 @@ class LoginCallback;
 /// "确定" tell how the account and the sending stand. What is in the cloud bears its mark. Without a login callback a
 /// session that the host opened by Login() is used.
 ///
-/// Copying, deleting and type changes are not built yet, so the browsers' context menus stay closed.
+/// The browsers' context menus, and keys, copy into the project, delete, change the type, rename, collect, and bring in
+/// and send out ".ggm" archives. Whatever is done to the project's materials can be taken back until "确定"; what is
+/// done to the favourites cannot, so removing asks first, as deleting does when elements use the material.
 ///
 /// The search line (Ctrl+F) looks in the project's library as one types; Return also
 /// looks in the library below when the project's has no match.
@@ -108,6 +110,9 @@ protected:
     /// How many elements of the building use the appearance: who deletes one that is used is asked first. None in this
     /// edition, which knows no elements.
     virtual int CountAppearanceUses(const kiv::CAppearanceInstancePtr& appearance);
+    /// The user wants the textures of an appearance that is in the cloud. Empty in this edition, which brings those of
+    /// the rows on the screen by itself.
+    virtual void AppearanceDownloadFunc(const QString& id);
 
     /// Fills the user library "Favorite Library" (made when missing) from the ".json" and ".ggm" files of the folder
     /// `root`/`libraryName`, behind a modal progress dialog. What cannot be read and ids that occur twice are skipped;
@@ -143,6 +148,15 @@ protected slots:
     void OnApplyAppearanceButton();
     void OnSearchValueChanged(const QString& text);
     void OnSearchValueChangedSlot();
+    void OnCopyandAddApperance(const kiv::CAppearanceInstancePtr& appearance);
+    void OnDeleteApperance(kiv::CAppearanceInstancePtr& appearance);
+    /// Keeps the identity, all values and textures that both types have, and takes the new type's defaults for others.
+    void OnAppearanceTypeChanged(kiv::CAppearanceInstancePtr& appearance, const kiv::String& typeName);
+    void OnDownloadAppearance(const QString& id);
+    /// Puts the keyboard into the editor's line for the name.
+    void OnRenameAppearance(const kiv::CAppearanceInstancePtr& appearance);
+    void OnExportAppearances(const CAppearanceLibraryBrowserCtrl::Appearances& appearances);
+    void OnImportAppearances(const QStringList& files);
     void OnAddFavoriteAppearance(const kiv::CAppearanceInstancePtr& appearance, const kiv::String& category);
     void OnAddFavoriteTextures();
     void OnRemoveApperance(kiv::CAppearanceInstancePtr& appearance);
@@ -163,6 +177,9 @@ protected slots:
 private:
     void Initilize(AppearanceLibraryProvider* provider, bool loadTranslation);
     void showTakenBack(const std::set<kiv::CAppearanceInstancePtr>& appearances);
+    void addImported(const CAppearanceLibraryBrowserCtrl::Appearances& appearances);
+    bool confirmDeletion(const CAppearanceLibraryBrowserCtrl::Appearances& appearances);
+    bool confirmRemoval(const CAppearanceLibraryBrowserCtrl::Appearances& appearances);
 
     struct Private;
     std::unique_ptr<Private> m;

@@ -4,12 +4,14 @@
 #include "MaterialLibraryForm.h"
 #include "MaterialLibraryWidget.h"
 
+#include <QPointer>
 #include <QTimer>
 
 class LoginCallback;
 
-/// The dialog's own state, for the files that implement it: MaterialLibraryWidget.cpp (window, selecting, editing) and
-/// MaterialLibraryCloud.cpp (account, favourites, timers).
+/// The dialog's own state, for the files that implement it: MaterialLibraryWidget.cpp (window, selecting, editing),
+/// MaterialLibraryOperations.cpp (what is done to the project's materials) and MaterialLibraryCloud.cpp (account,
+/// favourites, timers).
 struct CMaterialLibraryWidget::Private {
     Private(kiv::CMaterialLibrary& materials, bool release, const std::string& name, bool cloud)
         : library(materials), manager(*materials.GetMaterialManager()), projectLibraryName(name), mirror(manager),
@@ -21,11 +23,20 @@ struct CMaterialLibraryWidget::Private {
     void showLibraries();
     void connectSignals(QDialog& dialog) const;
     void connectFavorites(QDialog& dialog) const;
+    void connectOperations(CMaterialLibraryWidget& dialog);
     void resetCloud() const;
     void leaveCloud() const;
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
     void show(const kiv::CAppearanceInstancePtr& appearance) const;
     void followLibrary() const;
+    bool hasProject(CMaterialLibraryWidget& dialog) const;
+    bool moveIntoProject(const kiv::CAppearanceInstancePtr& copy) const;
+    void showInProject(const kiv::CAppearanceInstancePtr& appearance, bool isThere) const;
+    kiv::String record(const kiv::CAppearanceInstance& appearance, int kind, const kiv::String& key = {}) const;
+    static void changeType(kiv::CAppearanceInstance& appearance, kiv::CAppearanceInstance& fresh,
+                           const kiv::String& typeName);
+    QString askForArchive(CMaterialLibraryWidget& dialog, const QString& name);
+    bool ask(CMaterialLibraryWidget& dialog, const QString& question) const;
     void keepEdits();
     void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
     void showAwaited();
@@ -55,6 +66,8 @@ struct CMaterialLibraryWidget::Private {
     CFavoriteMirror mirror;
     LoginCallback* loginCallback = nullptr;
     kiv::CAppearanceLibraryPtr loadedFavorites;  ///< the library object that was filled from the disk
+    QPointer<QWidget> renamedFrom;               ///< where the keyboard was before the name was edited by the menu
+    QString exchangeFolder;                      ///< where files were brought in or sent out last
     QTimer statusTimer;
     QTimer favoriteLoadTimer;
     bool releaseOnClose;
