@@ -1,15 +1,12 @@
 // What a person waits for in the editor: the panel of another appearance, and each change of a number.
+#include "ProjectLibrary.h"
 #include "Ratios.h"
 
 #include <AppearanceDynamicEditor.h>
 #include <DynamicWidget.h>
 #include <EditStack.h>
-#include <LibraryGenerator.h>
 #include <MaterialLibraryWidget.h>
 #include <SpinBoxCtrl.h>
-
-#include <kiv/AppearanceLibraryParser.h>
-#include <kiv/MaterialLibrary.h>
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -17,44 +14,21 @@
 #include <QTextCodec>
 
 #include <algorithm>
-#include <map>
 #include <vector>
 
 namespace {
 
 constexpr double TwoFramesMs = 2000.0 / 60;
 constexpr double ChangeMs = 1000.0 / 30;
-const char* const Project = "Customer Library";
 
 kiv::CMaterialLibrary& materialLibrary()
 {
-    static kiv::CMaterialLibrary library;
-    static const bool opened = [] {
-        const std::wstring data = QStringLiteral(MATERIAL_DATA_DIR).toStdWString();
-        return library.Open({data, data + L"/textures", data});
-    }();
-    Q_UNUSED(opened)
-    return library;
+    return ProjectLibrary::Instance().Library();
 }
 
 kiv::CAppearanceLibraryManager& manager()
 {
-    return *materialLibrary().GetMaterialManager();
-}
-
-/// Gives the project about this many appearances; the same library every time.
-void fillProject(int count)
-{
-    static std::map<int, kiv::CAppearanceLibraryPtr> libraries;
-    kiv::CAppearanceLibraryPtr& library = libraries[count];
-    if (!library) {
-        library = std::make_shared<kiv::CAppearanceLibrary>();
-        kiv::CAppearanceLibraryParser(manager()).AppearanceLibraryFromString(library, GenerateLibrary({count}), "");
-        library->SetName(Project);
-        library->SetId(Project);
-    }
-    manager().DeleteUserAppearanceLibrary(Project);
-    manager().AddUserAppearanceLibrary(library);
+    return ProjectLibrary::Instance().Manager();
 }
 
 std::size_t controlsOf(const std::vector<kiv::CAppearanceUIElement>& elements)
@@ -110,9 +84,9 @@ void pressKey(QWidget& control, Qt::Key key)
 
 void change(benchmark::State& state, int appearances)
 {
-    fillProject(appearances);
+    ProjectLibrary::Instance().Fill(appearances);
     const auto edited = materialLibrary().CopyMaterial(richest(), L"edited");
-    CMaterialLibraryWidget dialog(&materialLibrary(), false, nullptr, false, Project, false);
+    CMaterialLibraryWidget dialog(&materialLibrary(), false, nullptr, false, ProjectLibrary::Name, false);
     dialog.show();
     dialog.SetCurrentMaterial(QString::fromStdString(edited->GetId()).toStdWString());
     for (int i = 0; i < 10; ++i)  // the preview is there after some turns of the event loop
@@ -133,7 +107,7 @@ void change(benchmark::State& state, int appearances)
 
 void record(benchmark::State& state, int appearances)
 {
-    fillProject(appearances);
+    ProjectLibrary::Instance().Fill(appearances);
     CDynamicWidget widget(manager(), materialLibrary(), nullptr);
     widget.SetAppearance(materialLibrary().CopyMaterial(richest(), L"edited"));
     const kiv::CPropertyValuePtr values[] = {kiv::MakePropertyValue(0.25F), kiv::MakePropertyValue(0.5F)};

@@ -100,7 +100,7 @@ private slots:
 
     void everythingIsTakenBackStepByStepAndAtOnce_data()
     {
-        const auto row = testColumns<bool>("step by step");
+        const auto row = testColumns<bool>("stepByStep");
         row("step by step", true);
         row("at once", false);
     }
@@ -138,7 +138,7 @@ private slots:
         if (stepByStep) {
             while (states.size() > 1) {
                 states.removeLast();
-                QTest::keyClick(m_dialog.get(), Qt::Key_Z, Qt::ControlModifier);
+                undoByKey();
                 QCOMPARE(documents(), states.last());
                 checkRows();
             }
@@ -235,7 +235,7 @@ private slots:
         changeType("textured", "Metal");
         QCOMPARE(project()->FindInstance("textured"), appearance);
         QCOMPARE(appearance->GetTemplateName() + appearance->GetCategory(), kiv::String("MetalMetal"));
-        QCOMPARE(appearance->GetDiffuse().x(), 0.1F);
+        QCOMPARE(appearance->GetDiffuse().x, 0.1F);
         QCOMPARE(appearance->GetDiffuseTexture()->GetTextureFile(), kiv::String("a.png"));
         QCOMPARE(appearance->ValueOr("metallic", 0.0F), 1.0F);
         QCOMPARE(appearance->ValueOr("useEnvironmentMap", false), true);
@@ -248,7 +248,7 @@ private slots:
         changeType("textured", "No such type");
         QCOMPARE(hint.count, 1);
         QCOMPARE(documents(), changed);
-        QTest::keyClick(m_dialog.get(), Qt::Key_Z, Qt::ControlModifier);
+        undoByKey();
         QCOMPARE(documents(), before);
         QVERIFY(CEditStack::Instance().IsEmpty());
     }
@@ -333,7 +333,7 @@ private slots:
         m_dialog->OnExportAppearances(
             {project()->FindInstance("p0"), project()->FindInstance("p1"), project()->FindInstance("p0"), lost});
         const QStringList written = QDir(m_fixture->path("out")).entryList(QDir::Files, QDir::Name);
-        QCOMPARE(written, QStringList({"a_b_c______.ggm", "p0.ggm", "p0_2.ggm", "p0_3.ggm", "textured.ggm"}));
+        QCOMPARE(written, QStringList({"a_b_c_______.ggm", "p0.ggm", "p0_2.ggm", "p0_3.ggm", "textured.ggm"}));
         QCOMPARE(m_fixture->read("out/p0.ggm"), QByteArray("an older one"));
         QVERIFY2(hint.text.contains("textured.ggm"), qPrintable(hint.text));
     }
@@ -413,6 +413,13 @@ private:
     void copyByKey(const CAppearanceLibraryBrowserCtrl* browser, const QString& id) const
     {
         press(browser, id, Qt::Key_C, Qt::ControlModifier);
+    }
+
+    // A message box that was there before may still be active.
+    void undoByKey() const
+    {
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        QTest::keyClick(m_dialog.get(), Qt::Key_Z, Qt::ControlModifier);
     }
 
     void deleteByKey(const QString& id) const { press(m_dialog->project(), id, Qt::Key_Delete); }
