@@ -1,57 +1,102 @@
 #include "FavoriteLibraryLoader.h"
 
-#include "FavoriteTexturePaths.h"
 #include "LoadingProgress.h"
 
-#include <kiv/AppearanceParser.h>
-
-#include <QDirIterator>
+#include <QFile>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
+
+constexpr int MostDetails = 10;
 
 const QLatin1String ArchiveSuffix(".ggm");
 const QLatin1String DocumentSuffix(".json");
 
-// By name, so that it does not depend on the disk which of two files with the same id is taken. The suffixes are
-// compared as they stand, also where the file system would not tell ".JSON" from ".json".
-QStringList favoriteFiles(const QString& folder)
+std::filesystem::path machinePath(const QString& path)
 {
-    QStringList files;
-    QDirIterator walk(folder, QDir::Files | QDir::Hidden);
-    while (walk.hasNext()) {
-        const QString file = walk.next();
-        if (file.endsWith(ArchiveSuffix) || file.endsWith(DocumentSuffix))
-            files.append(file);
-    }
-    std::sort(files.begin(), files.end());
-    return files;
+#ifdef Q_OS_WIN
+    return path.toStdWString();
+#else
+    return QFile::encodeName(path).toStdString();
+#endif
+}
+
+QString fileName(const std::filesystem::path& path)
+{
+#ifdef Q_OS_WIN
+    return QString::fromStdWString(path.filename().wstring());
+#else
+    return QFile::decodeName(path.filename().c_str());
+#endif
 }
 
 }  // namespace
 
+// By name, so that it does not depend on the disk which of two files with the same id is taken. The suffixes are
+// compared as they stand, also where the file system would not tell ".JSON" from ".json".
+QStringList CFavoriteLibraryLoader::filesOf(const QString& folder)
+{
+    QStringList files;
+    std::error_code error;
+    const std::filesystem::path path = machinePath(folder);
+    std::filesystem::create_directories(path, error);
+    std::filesystem::directory_iterator entry;
+    if (!error)
+        entry = std::filesystem::directory_iterator(path, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const QString name = fileName(entry->path());
+        std::error_code unknown;
+        if ((name.endsWith(ArchiveSuffix) || name.endsWith(DocumentSuffix)) && entry->is_regular_file(unknown))
+            files.append(folder + QLatin1Char('/') + name);
+    }
+    if (error)
+        m_folderReason = QString::fromLocal8Bit(error.message().c_str());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
 bool CFavoriteLibraryLoader::Load(const QString& folder, kiv::CAppearanceLibrary& library)
 {
-    const QStringList files = favoriteFiles(folder);
+    const QStringList files = filesOf(folder);
     if (files.isEmpty())
-        return true;
+        return m_folderReason.isEmpty();
     CLoadingProgress progress(m_owner, tr("请稍等"), tr("正在载入我的材质......"), tr("取消"), files.size());
-    CFavoriteTexturePaths paths(m_manager);
     kiv::CAppearanceParser parser(m_manager);
-    bool isWhole = true;
     for (const QString& file : files) {
         if (progress.IsOver())
             return false;
-        const std::wstring path = file.toStdWString();
-        const auto appearance =
-            file.endsWith(ArchiveSuffix) ? parser.AppearanceFromZipFile(path) : parser.AppearanceFromFile(path);
-        isWhole = isWhole && appearance;
-        if (appearance) {
-            paths.Reroot(*appearance);
-            library.AddInstance(appearance);
-        }
+        load(file, parser, library);
         progress.Advance();
     }
-    return isWhole;
+    return m_folderReason.isEmpty() && m_refusals.isEmpty();
+}
+
+void CFavoriteLibraryLoader::load(const QString& file, kiv::CAppearanceParser& parser, kiv::CAppearanceLibrary& library)
+{
+    const std::wstring path = file.toStdWString();
+    const auto appearance =
+        file.endsWith(ArchiveSuffix) ? parser.AppearanceFromZipFile(path) : parser.AppearanceFromFile(path);
+    if (!appearance) {
+        m_refusals.append(QString::fromLocal8Bit(parser.GetLastError().Text().c_str()));
+        return;
+    }
+    m_paths.Reroot(*appearance);
+    library.AddInstance(appearance);
+}
+
+QString CFavoriteLibraryLoader::GetNotice() const
+{
+    if (!m_folderReason.isEmpty())
+        return tr("收藏文件夹不可用：%1").arg(m_folderReason);
+    return m_refusals.isEmpty() ? QString() : tr("%1 个收藏无法读取").arg(m_refusals.size());
+}
+
+QString CFavoriteLibraryLoader::GetNoticeDetails() const
+{
+    QStringList shown = m_refusals.mid(0, MostDetails);
+    if (m_refusals.size() > MostDetails)
+        shown.append(QStringLiteral("…"));
+    return shown.join(QLatin1Char('\n'));
 }

@@ -9,6 +9,8 @@
 #include <kiv/AppearanceTextureHelper.h>
 #include <kiv/system/StoredPath.h>
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -18,24 +20,42 @@ namespace kiv {
 namespace {
 
 const wchar_t* const TextureFolder = L"UserLib Textures";
+constexpr long long MaxTextureBytes = 2LL * 1024 * 1024 * 1024;
+
+// Read once more, since who could not read it tells no reason.
+QString whyUnreadable(const QString& file)
+{
+    QByteArray bytes;
+    QString reason;
+    system::ReadWholeFile(file, MaxTextureBytes, bytes, reason);
+    return reason;
+}
 
 }  // namespace
 
-bool CFavoriteStore::TakeTextures(const CAppearanceInstance& appearance) const
+bool CFavoriteStore::TakeTextures(const CAppearanceInstance& appearance)
 {
     const auto textures = FindTextures(appearance);
     return std::all_of(textures.begin(), textures.end(), [this](const auto& texture) { return takeTexture(*texture); });
 }
 
-bool CFavoriteStore::takeTexture(CAppearanceInstance& texture) const
+bool CFavoriteStore::takeTexture(CAppearanceInstance& texture)
 {
-    const std::wstring source = GStdStringTrans::StringToWString(texture.GetTextureFile());
-    const CAppearanceTextureHelper helper(m_manager);
-    const std::wstring hash = GStdStringTrans::StringToWString(helper.ParserTextureFileToSha(source));
-    const QString folder = system::JoinPath(m_manager.GetFavoriteLibraryPath(), TextureFolder);
-    if (hash.empty() || !helper.CopyTextureToPathAndRename(source, folder.toStdWString(), hash, true))
-        return false;
-    texture.SetTextureFile(GStdStringTrans::WStringToString(TextureFolder + (L'\\' + hash)));
+    const std::string stored = texture.GetTextureFile();
+    const QString source = QString::fromLocal8Bit(m_manager.ResolvePath(stored).c_str());
+    const std::wstring hash = GStdStringTrans::StringToWString(
+        CAppearanceTextureHelper(m_manager).ParserTextureFileToSha(source.toStdWString()));
+    if (hash.empty())
+        return fail(source.isEmpty() ? QString::fromLocal8Bit(stored.c_str()) : source, whyUnreadable(source));
+    const std::wstring taken = TextureFolder + (L'\\' + hash);
+    const QString target = system::JoinPath(m_manager.GetFavoriteLibraryPath(), taken);
+    const bool isNew = !QFileInfo::exists(target);
+    QString reason;
+    if (!system::CopyWholeFile(source, target, MaxTextureBytes, reason))
+        return fail(target, reason);
+    if (isNew)
+        m_added.append(target);
+    texture.SetTextureFile(GStdStringTrans::WStringToString(taken));
     return true;
 }
 
@@ -50,11 +70,21 @@ bool CFavoriteStore::Contains(const std::string& id) const
     return QFileInfo::exists(documentFile(id));
 }
 
-bool CFavoriteStore::Write(const CAppearanceInstancePtr& appearance) const
+bool CFavoriteStore::Write(const CAppearanceInstancePtr& appearance)
 {
     const String text = CAppearanceParser(m_manager).AppearanceToString(appearance);
+    const QString file = documentFile(appearance->GetId());
     QString reason;
-    return system::WriteWholeFile(documentFile(appearance->GetId()), QByteArray::fromStdString(text), reason);
+    return system::WriteWholeFile(file, QByteArray::fromStdString(text), reason) || fail(file, reason);
+}
+
+bool CFavoriteStore::fail(const QString& file, const QString& reason)
+{
+    for (const QString& texture : m_added)
+        QFile::remove(texture);
+    m_added.clear();
+    m_reason = QDir::toNativeSeparators(file) + QLatin1Char('\n') + reason;
+    return false;
 }
 
 QString CFavoriteStore::documentFile(const std::string& id) const

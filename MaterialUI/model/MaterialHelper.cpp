@@ -69,10 +69,24 @@ bool isTexturePresent(const CAppearanceInstance& texture, const CAppearanceLibra
            system::IsRegularFile(system::NativePath(file));
 }
 
+// Names of files are shown as they are, whatever they look like.
+void warn(const QString& text)
+{
+    QMessageBox box(QMessageBox::Warning, QCoreApplication::translate("CMaterialHelper", "提示"), text, QMessageBox::Ok,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
 void warnOfDuplicate()
 {
-    QMessageBox::warning(QApplication::activeWindow(), QCoreApplication::translate("CMaterialHelper", "提示"),
-                         QCoreApplication::translate("CMaterialHelper", "该材质已经被收藏过了！"));
+    warn(QCoreApplication::translate("CMaterialHelper", "该材质已经被收藏过了！"));
+}
+
+CAppearanceInstancePtr warnOfFailure(const CFavoriteStore& store)
+{
+    warn(QCoreApplication::translate("CMaterialHelper", "收藏失败：%1").arg(store.GetReason()));
+    return {};
 }
 
 // The look of the source in an appearance of the chosen type, without an identity yet.
@@ -219,9 +233,11 @@ CAppearanceInstancePtr CMaterialHelper::AddFavorite(const CAppearanceInstancePtr
     if (!source || !library || manager.GetFavoriteLibraryPath().empty())
         return {};
     const auto favorite = makeFavorite(*source, category, *library);
-    const CFavoriteStore store(manager);
-    if (!favorite || !store.TakeTextures(*favorite))
+    if (!favorite)
         return {};
+    CFavoriteStore store(manager);
+    if (!store.TakeTextures(*favorite))
+        return warnOfFailure(store);
     // Told apart by everything but name and id, so that the same look is the same favourite whatever it is called.
     const std::string digest = store.Digest(favorite);
     if (store.Contains(digest)) {
@@ -230,7 +246,7 @@ CAppearanceInstancePtr CMaterialHelper::AddFavorite(const CAppearanceInstancePtr
     }
     favorite->SetId(digest);
     favorite->SetName(source->GetName());
-    return store.Write(favorite) ? favorite : nullptr;
+    return store.Write(favorite) ? favorite : warnOfFailure(store);
 }
 
 }  // namespace kiv

@@ -52,7 +52,8 @@ public:
 
     /// Stores a copy of the appearance, of the type that the category names, below the favourite library path: the
     /// document under its own digest in "Favorite Library", its textures under theirs in "UserLib Textures". A message
-    /// box tells of an identical favourite. The copy, which belongs to no library yet, or null.
+    /// box tells of an identical favourite, and of a file that cannot be read or written and why; then nothing of it is
+    /// kept. The copy, which belongs to no library yet, or null.
     static CAppearanceInstancePtr AddFavorite(const CAppearanceInstancePtr& source, const std::string& category,
                                               CAppearanceLibraryManager& manager, CMaterialLibrary* library);
 };
