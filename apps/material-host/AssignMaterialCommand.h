@@ -4,7 +4,8 @@
 
 #include <QUndoCommand>
 
-/// Gives one element another material.
+/// Gives one element another material. A material of the project that was deleted and has come back meanwhile is found
+/// by its id.
 class AssignMaterialCommand : public QUndoCommand {
 public:
     AssignMaterialCommand(ProjectDocument& document, const QString& elementId,

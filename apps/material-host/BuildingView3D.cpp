@@ -120,6 +120,7 @@ void BuildingView3D::setBuilding(const Building& building)
 {
     m_building = building;
     m_selected.clear();
+    m_dropTarget.clear();
     if (!m_viewer)
         return;
     fillScene();
@@ -129,6 +130,14 @@ void BuildingView3D::setBuilding(const Building& building)
 void BuildingView3D::select(const QString& elementId)
 {
     m_selected = elementId;
+    changed();
+}
+
+void BuildingView3D::showDropTarget(const QString& elementId)
+{
+    if (elementId == m_dropTarget)
+        return;
+    m_dropTarget = elementId;
     changed();
 }
 
@@ -146,9 +155,9 @@ void BuildingView3D::refresh(const QString& elementId)
 }
 
 // The frame is as thick as a line of the elevation, from wherever it is seen.
-void BuildingView3D::frameSelection()
+void BuildingView3D::frameElement()
 {
-    const auto shown = m_shown.value(m_selected);
+    const auto shown = m_shown.value(m_dropTarget.isEmpty() ? m_selected : m_dropTarget);
     const kiv::CScene::CLocker lock(m_viewer->GetScene());
     m_frame->SetRenderable(shown ? SelectionFrame::make(shown->body.edges(), FramePixels / pixelsPerMetre()) : nullptr);
 }
@@ -157,7 +166,7 @@ void BuildingView3D::changed()
 {
     if (!m_viewer)
         return;
-    frameSelection();
+    frameElement();
     m_viewer->SetDirty();
 }
 

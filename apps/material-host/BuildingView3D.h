@@ -33,6 +33,9 @@ public:
 
     void setBuilding(const Building& building);
     void select(const QString& elementId);
+    /// Frames the element on which a dragged material would be dropped, instead of the selected one; none for an empty
+    /// id.
+    void showDropTarget(const QString& elementId);
     /// Draws the element with the material that it has now.
     void refresh(const QString& elementId);
 
@@ -76,7 +79,7 @@ private:
     void createViewer();
     void fillScene();
     void showMaterial(const BuildingElement& element, kiv::CVisualNode& node) const;
-    void frameSelection();
+    void frameElement();
     void changed();
     void forwardMouse(const QMouseEvent& event);
     QMatrix4x4 toPixels() const;
@@ -85,6 +88,7 @@ private:
     MaterialOf m_materialOf;
     Building m_building;
     QString m_selected;
+    QString m_dropTarget;
     std::unique_ptr<kiv::CViewer> m_viewer;  // null until first shown
     kiv::CVisualNodePtr m_elements;
     kiv::CVisualNodePtr m_scenery;

@@ -1,9 +1,13 @@
 #include "DialogTour.h"
 
+#include "MainWindow.h"
 #include "TourChecks.h"
 #include "TourInput.h"
 
 #include <AppearanceLibraryBrowserCtrl.h>
+#include <MaterialConstants.h>
+
+#include <kiv/AppearanceParser.h>
 
 #include <QApplication>
 #include <QDialog>
@@ -34,6 +38,14 @@ QTreeWidgetItem* itemOf(const QTreeWidget& tree, const QString& path)
     return nullptr;
 }
 
+QDialog* openDialog()
+{
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == "MaterialLibrary" && window->isVisible())
+            return qobject_cast<QDialog*>(window);
+    return nullptr;
+}
+
 }  // namespace
 
 QString DialogTour::idOf(const CAppearanceInstancePtr& material)
@@ -43,10 +55,9 @@ QString DialogTour::idOf(const CAppearanceInstancePtr& material)
 
 QDialog& DialogTour::dialog() const
 {
-    auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!open || open->objectName() != "MaterialLibrary")
-        throw TourFailure("the material library is not open");
-    return *open;
+    if (QDialog* open = openDialog())
+        return *open;
+    throw TourFailure("the material library is not open");
 }
 
 CAppearanceLibraryBrowserCtrl& DialogTour::browser(const char* name) const
@@ -82,9 +93,46 @@ void DialogTour::clickMaterial(const CAppearanceInstancePtr& material) const
     expect(browser("SystemLibrary").GetCurSel() == idOf(material), "the click selects it");
 }
 
+QModelIndex DialogTour::row(const char* browserName, const QString& id) const
+{
+    return rowOf(*browser(browserName).GetTableWidget(), id);
+}
+
+QString DialogTour::nameInRow(const char* browserName, const QString& id) const
+{
+    return row(browserName, id).data().toString();
+}
+
+DialogTour::Documents DialogTour::projectLibrary() const
+{
+    const kiv::CAppearanceParser parser(*m_library.GetMaterialManager());
+    Documents documents;
+    for (const auto& entry : *m_library.GetMaterialManager()->FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME))
+        documents[QString::fromStdString(entry.first)] = parser.AppearanceToString(entry.second);
+    return documents;
+}
+
+QImage DialogTour::drawing(MainWindow& window) const
+{
+    window.elevation().drawing();  // asks for the textures that it needs
+    await([&] { return window.textures().isIdle(); }, "the textures are there");
+    return window.elevation().drawing();
+}
+
+QPoint DialogTour::pointOn(const QWidget& view, const QString& elementId,
+                           const std::function<QString(const QPoint&)>& elementAt)
+{
+    for (int y = 12; y < view.height(); y += 6)
+        for (int x = 12; x < view.width(); x += 6)
+            if (QApplication::widgetAt(view.mapToGlobal({x, y})) == &view && elementAt({x, y}) == elementId &&
+                elementAt({x, y + 8}) == elementId)
+                return {x, y + 4};
+    throw TourFailure("the element " + elementId + " is not to be seen");
+}
+
 void DialogTour::awaitOpen() const
 {
-    await([] { return QApplication::activeModalWidget(); }, "the material library opens");
+    await([] { return openDialog(); }, "the material library opens");
     awaitActive(dialog());
 }
 
@@ -98,6 +146,6 @@ QWidget& DialogTour::preview() const
 void DialogTour::closeDialog(QWidget& window, const std::function<void()>& how) const
 {
     how();
-    await([] { return !QApplication::activeModalWidget(); }, "the material library closes");
+    await([] { return !openDialog() && !QApplication::activeModalWidget(); }, "the dialog closes");
     awaitActive(window);
 }

@@ -79,7 +79,9 @@ void ElementList::setSwatch(const QString& elementId, const QPixmap& swatch, con
     if (!item)
         return;
     QIcon icon(swatch);
-    icon.addPixmap(swatch, QIcon::Selected);  // the style would tint it, and a tinted swatch shows another colour
+    // The style would tint it, and a tinted swatch shows another colour.
+    icon.addPixmap(swatch, QIcon::Selected);
+    icon.addPixmap(swatch, QIcon::Disabled);
     item->setIcon(0, icon);
     item->setToolTip(0, item->text(0) + " · " + materialName);
 }

@@ -29,6 +29,7 @@ void ElevationView::setBuilding(const Building& building)
     m_shadows = std::make_unique<BuildingShadows>(m_building);
     m_selected.clear();
     m_hovered.clear();
+    m_dropTarget.clear();
     zoomToFit();
 }
 
@@ -36,6 +37,12 @@ void ElevationView::select(const QString& elementId)
 {
     m_selected = elementId;
     update();
+}
+
+void ElevationView::showDropTarget(const QString& elementId, const QPoint& pixel)
+{
+    m_dropTarget = elementId;
+    hover(elementId, pixel);
 }
 
 void ElevationView::refresh()
@@ -113,10 +120,11 @@ void ElevationView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_hovered != m_selected)
+    const QString framed = m_dropTarget.isEmpty() ? m_selected : m_dropTarget;
+    if (m_hovered != framed)
         paintMark(painter, m_hovered, QColor(255, 255, 255, 210), 2);
-    paintMark(painter, m_selected, QColor(255, 255, 255, 190), 5);
-    paintMark(painter, m_selected, SelectionColour, 2.5);
+    paintMark(painter, framed, QColor(255, 255, 255, 190), 5);
+    paintMark(painter, framed, SelectionColour, 2.5);
     paintDescription(painter);
 }
 

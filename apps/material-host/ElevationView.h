@@ -22,6 +22,9 @@ public:
 
     void setBuilding(const Building& building);
     void select(const QString& elementId);
+    /// Frames the element on which a dragged material would be dropped, instead of the selected one; none for an empty
+    /// id.
+    void showDropTarget(const QString& elementId, const QPoint& pixel);
     /// Draws anew: a material changed or a texture arrived.
     void refresh();
 
@@ -73,6 +76,7 @@ private:
     QPixmap m_picture;  // everything but marks and descriptions; null when it must be drawn anew
     QString m_selected;
     QString m_hovered;
+    QString m_dropTarget;
     QPoint m_pointer;
     bool m_hasPointer = false;
     double m_zoom = 1;  // 1 shows the building's whole extent

@@ -39,6 +39,7 @@ MainWindow::MainWindow(kiv::CMaterialLibrary& library, const HostOptions& option
     makeHelpMenu();
     makeStatusBar();
     connectWidgets();
+    makeDrops();
     show3D(m_settings.value(View3DKey).toBool());
 }
 
@@ -75,6 +76,7 @@ void MainWindow::makeWidgets()
 void MainWindow::makeFileMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&File"));
+    m_blocked.append(menu->menuAction());
     menu->addAction(tr("&New"), this, &MainWindow::newProject, QKeySequence::New);
     menu->addAction(tr("&Open..."), this, &MainWindow::openProject, QKeySequence::Open);
     m_recentMenu = menu->addMenu(tr("Open &Recent"));
@@ -89,6 +91,7 @@ void MainWindow::makeFileMenu()
 void MainWindow::makeEditMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Edit"));
+    m_blocked.append(menu->menuAction());
     QAction* undo = m_document.undoStack().createUndoAction(this, tr("&Undo"));
     undo->setShortcut(QKeySequence::Undo);
     QAction* redo = m_document.undoStack().createRedoAction(this, tr("&Redo"));
@@ -101,7 +104,7 @@ void MainWindow::makeMaterialMenu()
     QMenu* menu = menuBar()->addMenu(tr("&Material"));
     m_libraryAction = menu->addAction(tr("Material &Library..."), this, &MainWindow::openLibrary, QKeySequence("F4"));
     m_libraryAction->setEnabled(false);
-    menu->addAction(tr("Cloud &Account..."), this, &MainWindow::openAccount);
+    m_blocked.append(menu->addAction(tr("Cloud &Account..."), this, &MainWindow::openAccount));
 }
 
 void MainWindow::makeViewMenu()
@@ -164,6 +167,17 @@ void MainWindow::connectWidgets()
     connect(&m_document, &ProjectDocument::reset, this, &MainWindow::showProject);
     connect(&m_document, &ProjectDocument::materialChanged, this, &MainWindow::showElement);
     connect(&m_document, &ProjectDocument::modifiedChanged, this, &MainWindow::showTitle);
+}
+
+void MainWindow::makeDrops()
+{
+    m_drops = {
+        new MaterialDrops(*m_view, m_library, [this](const QPoint& pixel) { return m_view->elementAt(pixel); }),
+        new MaterialDrops(*m_view3D, m_library, [this](const QPoint& pixel) { return m_view3D->elementAt(pixel); })};
+    connect(m_drops[0], &MaterialDrops::hovered, m_view, &ElevationView::showDropTarget);
+    connect(m_drops[1], &MaterialDrops::hovered, m_view3D, &BuildingView3D::showDropTarget);
+    for (const MaterialDrops* drops : m_drops)
+        connect(drops, &MaterialDrops::dropped, this, &MainWindow::drop);
 }
 
 bool MainWindow::start(const QString& path)
@@ -285,6 +299,8 @@ void MainWindow::tellRefusal(const QString& title, const QString& details)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    if (m_session)
+        m_session->cancel();
     event->setAccepted(mayLeaveProject());
 }
 
@@ -292,7 +308,6 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::showProject()
 {
-    m_preview.reset();
     m_list->setBuilding(m_document.building());
     m_view->setBuilding(m_document.building());
     m_view3D->setBuilding(m_document.building());
@@ -346,6 +361,8 @@ void MainWindow::zoomToFit()
 
 void MainWindow::selectElement(const QString& elementId)
 {
+    if (m_session)
+        return;
     m_selected = elementId;
     m_list->select(elementId);
     m_view->select(elementId);
@@ -365,7 +382,7 @@ void MainWindow::showElement(const QString& elementId)
     if (elementId != m_selected)
         return;
     const BuildingElement* element = m_document.building().find(elementId);
-    m_panel->show(element ? element->name : QString(), material, m_document.isInProjectLibrary(material));
+    m_panel->show(element ? element->name : QString(), material, m_document.sourceOf(material));
 }
 
 void MainWindow::showMaterials()
@@ -384,7 +401,8 @@ void MainWindow::showMaterial(const CAppearanceInstancePtr& material)
 
 CAppearanceInstancePtr MainWindow::drawnMaterial(const QString& elementId) const
 {
-    return m_preview && elementId == m_previewed ? m_preview : m_document.materialOf(elementId);
+    const CAppearanceInstancePtr shown = m_session ? m_session->shownOn(elementId) : nullptr;
+    return shown ? shown : m_document.materialOf(elementId);
 }
 
 QString MainWindow::materialName(const CAppearanceInstancePtr& material) const
@@ -399,19 +417,44 @@ QString MainWindow::materialName(const CAppearanceInstancePtr& material) const
 
 void MainWindow::openLibrary()
 {
-    const CAppearanceInstancePtr material = m_document.materialOf(m_selected);
-    if (!material || m_session)
-        return;
-    m_session = new MaterialSession(m_library, m_selected, material, m_account, m_language == "zh", this);
-    connect(m_session, &MaterialSession::shown, this, &MainWindow::preview);
-    connect(m_session, &MaterialSession::kept, this, &MainWindow::keep);
-    connect(m_session, &MaterialSession::putBack, this,
-            [this](const QString& elementId) { preview(elementId, nullptr); });
+    if (m_session)
+        m_session->bringToFront();
+    else if (m_document.materialOf(m_selected))
+        startSession();
+}
+
+void MainWindow::startSession()
+{
+    m_session = new MaterialSession(m_library, m_document, m_selected, m_account, m_language == "zh", this);
+    connect(m_session, &MaterialSession::shown, this, &MainWindow::showElement);
     connect(m_session, &MaterialSession::edited, this, &MainWindow::showMaterial);
-    // What was edited is put back with what was tried.
-    connect(m_session, &MaterialSession::putBack, this, &MainWindow::showMaterials);
-    connect(m_session, &MaterialSession::closed, &m_document, &ProjectDocument::noticeLibraryChanges);
+    connect(m_session, &MaterialSession::closed, this, &MainWindow::endSession);
+    setBlocked(true);
     m_session->open(elementOnScreen(m_selected));
+}
+
+void MainWindow::endSession()
+{
+    m_session.clear();
+    setBlocked(false);
+    // What was edited is put back with what was tried.
+    showMaterials();
+    m_document.noticeLibraryChanges();
+}
+
+void MainWindow::setBlocked(bool blocked)
+{
+    m_list->setEnabled(!blocked);
+    for (QAction* action : m_blocked)
+        action->setEnabled(!blocked);
+    for (MaterialDrops* drops : m_drops)
+        drops->setEnabled(blocked);
+}
+
+void MainWindow::drop(const QString& elementId, const CAppearanceInstancePtr& material, QObject* source)
+{
+    if (m_session)
+        m_session->drop(elementId, material, source);
 }
 
 void MainWindow::openAccount()
@@ -419,20 +462,6 @@ void MainWindow::openAccount()
     auto* dialog = new CloudAccountDialog(m_account, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
-}
-
-void MainWindow::preview(const QString& elementId, const CAppearanceInstancePtr& material)
-{
-    m_previewed = elementId;
-    m_preview = material;
-    showElement(elementId);
-}
-
-void MainWindow::keep(const QString& elementId, const CAppearanceInstancePtr& material)
-{
-    m_preview.reset();
-    m_document.assign(elementId, material);
-    showElement(elementId);
 }
 
 QRect MainWindow::elementOnScreen(const QString& elementId) const

@@ -4,6 +4,7 @@
 #include "CloudAccount.h"
 #include "ElementList.h"
 #include "ElevationView.h"
+#include "MaterialDrops.h"
 #include "MaterialPanel.h"
 #include "MaterialSession.h"
 #include "ProjectDocument.h"
@@ -17,7 +18,8 @@ class QStackedWidget;
 struct HostOptions;
 
 /// The host's window: the building's elements, their elevation or their model in space, and what the selected one is
-/// made of.
+/// made of. While the material dialog is open the window shows the building, turns it and takes materials that are
+/// dragged there; everything else waits until the dialog is closed.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -44,6 +46,7 @@ public:
 
 public slots:
     void selectElement(const QString& elementId);
+    /// For the selected element; brings the dialog to the front when it is open.
     void openLibrary();
     /// Asks for the account in which favourites are mirrored.
     void openAccount();
@@ -66,6 +69,7 @@ private:
     void makeHelpMenu();
     void makeStatusBar();
     void connectWidgets();
+    void makeDrops();
     void fillRecentMenu();
 
     bool openFile(const QString& path);
@@ -81,8 +85,10 @@ private:
     void showMaterials();
     /// All elements that have the material.
     void showMaterial(const kiv::CAppearanceInstancePtr& material);
-    void preview(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
-    void keep(const QString& elementId, const kiv::CAppearanceInstancePtr& material);
+    void startSession();
+    void endSession();
+    void setBlocked(bool blocked);
+    void drop(const QString& elementId, const kiv::CAppearanceInstancePtr& material, QObject* source);
     QRect elementOnScreen(const QString& elementId) const;
     QString materialName(const kiv::CAppearanceInstancePtr& material) const;
     void tellRefusal(const QString& title, const QString& details);
@@ -107,7 +113,7 @@ private:
     QAction* m_elevationAction = nullptr;
     QAction* m_3DAction = nullptr;
     QString m_selected;
-    QString m_previewed;  // element drawn with m_preview instead of what it has
-    kiv::CAppearanceInstancePtr m_preview;
+    QList<QAction*> m_blocked;  // while the dialog is open
+    QList<MaterialDrops*> m_drops;
     QPointer<MaterialSession> m_session;
 };

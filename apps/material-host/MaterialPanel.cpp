@@ -50,7 +50,7 @@ MaterialPanel::MaterialPanel(const kiv::CAppearanceLibraryManager& manager, cons
     layout->addWidget(m_button);
     layout->addStretch();
     connect(m_button, &QPushButton::clicked, this, &MaterialPanel::libraryRequested);
-    show({}, nullptr, false);
+    show({}, nullptr, MaterialSource::Library);
 }
 
 QLabel* MaterialPanel::addRow(QFormLayout& form, const QString& title)
@@ -69,7 +69,7 @@ QSize MaterialPanel::sizeHint() const
     return {Width, 400};
 }
 
-void MaterialPanel::show(const QString& elementName, const kiv::CAppearanceInstancePtr& material, bool inProject)
+void MaterialPanel::show(const QString& elementName, const kiv::CAppearanceInstancePtr& material, MaterialSource source)
 {
     m_element->setText(material ? elementName : tr("Nothing selected"));
     m_button->setEnabled(bool(material));
@@ -79,8 +79,20 @@ void MaterialPanel::show(const QString& elementName, const kiv::CAppearanceInsta
     m_category->setText(material ? categoryText(material->GetCategory()) : QString());
     m_repeat->setText(material ? repeatText(*material) : QString());
     m_opacity->setText(material ? opacityText(*material) : QString());
-    m_source->setText(!material ? QString() : inProject ? tr("This project") : tr("Material library"));
+    m_source->setText(material ? sourceText(source) : QString());
     m_tags->setText(material ? QString::fromLocal8Bit(material->GetTags().c_str()) : QString());
+}
+
+QString MaterialPanel::sourceText(MaterialSource source)
+{
+    switch (source) {
+    case MaterialSource::Project:
+        return tr("This project");
+    case MaterialSource::Gone:
+        return tr("No longer in the project");
+    default:
+        return tr("Material library");
+    }
 }
 
 void MaterialPanel::showSwatch(const kiv::CAppearanceInstancePtr& material)

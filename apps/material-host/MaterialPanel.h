@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MaterialSwatch.h"
+#include "ProjectDocument.h"
 
 #include <QWidget>
 
@@ -16,7 +17,7 @@ public:
     MaterialPanel(const kiv::CAppearanceLibraryManager& manager, const MaterialFill& fill, QWidget* parent = nullptr);
 
     /// Shows the element with its material; a null material shows that nothing is selected.
-    void show(const QString& elementName, const kiv::CAppearanceInstancePtr& material, bool inProject);
+    void show(const QString& elementName, const kiv::CAppearanceInstancePtr& material, MaterialSource source);
     QPushButton* libraryButton() const { return m_button; }
 
     QSize sizeHint() const override;
@@ -25,6 +26,7 @@ signals:
     void libraryRequested();
 
 private:
+    static QString sourceText(MaterialSource source);
     QLabel* addRow(QFormLayout& form, const QString& title);
     void showSwatch(const kiv::CAppearanceInstancePtr& material);
     QString shown(const kiv::String& stored) const;

@@ -112,10 +112,57 @@ void ProjectDocument::assign(const QString& elementId, const CAppearanceInstance
         m_undo.push(new AssignMaterialCommand(*this, elementId, material));
 }
 
+void ProjectDocument::assign(const Assignments& materials)
+{
+    Assignments changed;
+    for (auto it = materials.begin(); it != materials.end(); ++it)
+        if (it.value() && it.value() != materialOf(it.key()))
+            changed.insert(it.key(), it.value());
+    if (changed.size() > 1)
+        m_undo.beginMacro(tr("Materials of %n elements", nullptr, changed.size()));
+    for (auto it = changed.begin(); it != changed.end(); ++it)
+        assign(it.key(), it.value());
+    if (changed.size() > 1)
+        m_undo.endMacro();
+}
+
 void ProjectDocument::setAssigned(const QString& elementId, const CAppearanceInstancePtr& material)
 {
-    m_assignments.insert(elementId, material);
+    m_assignments.insert(elementId, current(material));
     emit materialChanged(elementId);
+}
+
+void ProjectDocument::relink(const CAppearanceInstancePtr& material)
+{
+    for (const BuildingElement& element : m_building.elements) {
+        const CAppearanceInstancePtr assigned = materialOf(element.id);
+        if (assigned != material && current(assigned) == material)
+            setAssigned(element.id, material);
+    }
+}
+
+void ProjectDocument::restore(const Assignments& assignments)
+{
+    for (auto it = assignments.begin(); it != assignments.end(); ++it)
+        if (materialOf(it.key()) != current(it.value()))
+            setAssigned(it.key(), it.value());
+}
+
+// Those of the libraries cannot be edited. The project may have an import of the same id, which is another material.
+CAppearanceInstancePtr ProjectDocument::current(const CAppearanceInstancePtr& material) const
+{
+    const auto library = m_library.GetMaterialManager()->FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME);
+    if (!material || !library || material->GetEditType() < 1)
+        return material;
+    const CAppearanceInstancePtr now = library->FindInstance(material->GetId());
+    return now ? now : material;
+}
+
+MaterialSource ProjectDocument::sourceOf(const CAppearanceInstancePtr& material) const
+{
+    if (isInProjectLibrary(material))
+        return MaterialSource::Project;
+    return material && material->GetEditType() >= 1 ? MaterialSource::Gone : MaterialSource::Library;
 }
 
 bool ProjectDocument::isInProjectLibrary(const CAppearanceInstancePtr& material) const

@@ -326,12 +326,22 @@
         <source>%1 %</source>
         <translation>%1 %</translation>
     </message>
+    <message>
+        <source>No longer in the project</source>
+        <translation>已不在项目中</translation>
+    </message>
 </context>
 <context>
     <name>ProjectDocument</name>
     <message>
         <source>Material of %1</source>
         <translation>%1的材质</translation>
+    </message>
+    <message numerus="yes">
+        <source>Materials of %n elements</source>
+        <translation>
+            <numerusform>%n 个构件的材质</numerusform>
+        </translation>
     </message>
 </context>
 <context>
