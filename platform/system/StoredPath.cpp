@@ -95,9 +95,11 @@ bool openForSaving(QSaveFile& file, QString& reason)
     return true;
 }
 
+// What is still buffered is written first: committing would not notice that it could not be.
 bool commit(QSaveFile& file, QString& reason)
 {
-    return file.commit() || fail(reason, QStringLiteral("cannot be written: %1").arg(file.errorString()));
+    return (file.flush() && file.commit()) ||
+           fail(reason, QStringLiteral("cannot be written: %1").arg(file.errorString()));
 }
 
 bool copyBytes(QFile& from, long long size, QSaveFile& to, QString& reason)

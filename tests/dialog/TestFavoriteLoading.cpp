@@ -126,6 +126,72 @@ private slots:
         QVERIFY(int(favorites()->count()) > loaded || meeting.met);
     }
 
+    void tellsOnceWhatCannotBeRead()
+    {
+        constexpr int count = 10000, broken = 100;
+        const QByteArray text = m_fixture->document(m_fixture->makeAppearance("NUMBER"));
+        for (int i = 0; i < count; ++i) {
+            const QByteArray number = QByteArray::number(i).rightJustified(5, '0');
+            const QByteArray whole = QByteArray(text).replace("NUMBER", number);
+            const bool isBroken = i % (count / broken) == 7;
+            m_fixture->write("favorites/Favorite Library/" + number + ".json",
+                             isBroken ? whole.left(whole.size() / 2) : whole);
+        }
+        TestedDialog dialog(*m_fixture, true);
+        const auto* notice = dialog.findChild<QLabel*>("LabelNotice");
+        QVERIFY(!notice->isVisibleTo(&dialog));
+        int boxes = 0;
+        ModalMeeting<QMessageBox> meeting([&](QMessageBox& box) { ++boxes, box.reject(); }, true);
+        int most = 0;
+        ModalMeeting<QProgressDialog> progress([&](QProgressDialog& bar) { most = qMax(most, bar.value()); }, true);
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        QCOMPARE(int(favorites()->count()), count - broken);
+        QVERIFY(notice->isVisibleTo(&dialog));
+        QCOMPARE(notice->text(), QString(u8"100 个收藏无法读取"));
+        const QStringList details = notice->toolTip().split('\n');
+        QCOMPARE(details.size(), 11);
+        QVERIFY2(details[1].startsWith("00107.json") && details[1].contains("JSON"), qPrintable(details[1]));
+        QCOMPARE(boxes, 0);
+        QVERIFY(most > count / 2);
+        // What was mended is not told of any more.
+        QVERIFY(QDir(m_fixture->path("favorites/Favorite Library")).removeRecursively());
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        QVERIFY(!notice->isVisibleTo(&dialog));
+    }
+
+    void tellsOfAFolderThatCannotBeRead_data()
+    {
+        const auto row = testColumns<QString, QString>("root", "file");
+        row("a file in its place", "", "favorites/Favorite Library");
+        row("a file in the way", "", "favorites");
+        row("a folder that nobody can make", "/proc/favorites", "");
+    }
+
+    void tellsOfAFolderThatCannotBeRead()
+    {
+        QFETCH(QString, root);
+        QFETCH(QString, file);
+        if (!file.isEmpty()) {
+            QVERIFY(QDir(m_fixture->path("favorites")).removeRecursively());
+            m_fixture->write(file, "no folder");
+            root = m_fixture->path("favorites");
+        }
+        m_fixture->manager().SetFavoriteLibraryPath(root.toStdWString());
+        {
+            TestedDialog dialog(*m_fixture, true);
+            ModalMeeting<QDialog> meeting([](QDialog& box) { box.reject(); });
+            dialog.show();
+            const auto* notice = dialog.findChild<QLabel*>("LabelNotice");
+            QTRY_VERIFY(notice->isVisible());
+            const QRegularExpression form(QString(u8"^收藏文件夹不可用：.{5,}$"));
+            QVERIFY2(form.match(notice->text()).hasMatch(), qPrintable(notice->text()));
+            QVERIFY(!meeting.met);
+            QVERIFY(dialog.system()->GetTableWidget()->rowCount() > 0);
+        }
+        if (!file.isEmpty())
+            QCOMPARE(m_fixture->read(file), QByteArray("no folder"));
+    }
+
     void survivesBeingDeletedMeanwhile()
     {
         writeMany(3000);
@@ -190,6 +256,23 @@ private slots:
         QVERIFY(QFile::link(m_fixture->path("mine"), cloud));
         TestedDialog linked(*m_fixture, true);
         QVERIFY(!QFileInfo(cloud).isSymLink());
+        QCOMPARE(m_fixture->read("mine/picture.png"), QByteArray("x"));
+    }
+
+    // Thousands of files go behind the dialog's back, and so does what a lost process left of them.
+    void clearsALargeCloudFolder()
+    {
+        for (int i = 0; i < 1000; ++i)
+            m_fixture->write(QString("favorites/Favorite Library/CloudLib/deep/%1.json").arg(i), "{}");
+        m_fixture->write("favorites/.removed-before/old.json", "{}");
+        m_fixture->write("favorites/.removed", "a file of the user");
+        m_fixture->write("mine/picture.png", "x");
+        QVERIFY(QFile::link(m_fixture->path("mine"), m_fixture->path("favorites/.removed-link")));
+        const TestedDialog dialog(*m_fixture, true);
+        QVERIFY(!QDir(m_fixture->path("favorites/Favorite Library/CloudLib")).exists());
+        QTRY_COMPARE(
+            QDir(m_fixture->path("favorites")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            QStringList({".removed", ".removed-link", "Favorite Library"}));
         QCOMPARE(m_fixture->read("mine/picture.png"), QByteArray("x"));
     }
 
