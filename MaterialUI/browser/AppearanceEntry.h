@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+class QTableWidgetItem;
+
 /// What the browser shows of one appearance, shared by its row and its tree item so that a large library is read once.
 /// The picture is asked for when it is first painted: finding a texture's file asks the file system.
 class CAppearanceEntry {
@@ -41,6 +43,10 @@ public:
     int IndexPosition() const { return m_indexPosition; }
     void SetIndexPosition(int position) { m_indexPosition = position; }
 
+    /// The cell of the name in the table that shows the entry, null when none does.
+    QTableWidgetItem* Cell() const { return m_cell; }
+    void SetCell(QTableWidgetItem* cell) { m_cell = cell; }
+
     /// Reads name, cloud flag and, when next asked, the picture again.
     void Refresh();
 
@@ -54,6 +60,7 @@ private:
     QString m_category;
     mutable QVariant m_background;
     mutable QVariant m_texture;
+    QTableWidgetItem* m_cell = nullptr;
     int m_indexPosition = -1;
     bool m_inCloud = false;
     mutable bool m_previewed = false;

@@ -1,9 +1,6 @@
 #include "AppearanceLibraryBrowserCtrl.h"
 
 #include "AppearanceLibraryBrowserCtrlPrivate.h"
-#include "ChooseLibraryDlg.h"
-#include "ChooseTypeDlg.h"
-#include "FavoriteCategoryDlg.h"
 #include "ImageDelegate.h"
 #include "ItemRoles.h"
 
@@ -16,7 +13,8 @@ CAppearanceLibraryBrowserCtrl::CAppearanceLibraryBrowserCtrl(kiv::CAppearanceLib
     m->initViews();
     m->connectViews();
     m->initButtons();
-    m->menus = std::make_unique<CAppearanceMenus>(*this);
+    m->initMenus();
+    m->initDragging();
     m->initComboBox();
     m->initTree();
 }
@@ -24,8 +22,7 @@ CAppearanceLibraryBrowserCtrl::CAppearanceLibraryBrowserCtrl(kiv::CAppearanceLib
 // The views outlive the private part by a little and may change their current items as they go.
 CAppearanceLibraryBrowserCtrl::~CAppearanceLibraryBrowserCtrl()
 {
-    for (QAbstractItemView* view :
-         {static_cast<QAbstractItemView*>(m->ui.treeWidget), static_cast<QAbstractItemView*>(m->ui.tableWidget)}) {
+    for (QAbstractItemView* view : m->views()) {
         view->disconnect(this);
         view->removeEventFilter(this);
         view->viewport()->removeEventFilter(this);
@@ -43,75 +40,6 @@ void CAppearanceLibraryBrowserCtrl::AddLibrary(const std::shared_ptr<kiv::CAppea
 void CAppearanceLibraryBrowserCtrl::AddIndex(const std::shared_ptr<kiv::CAppearanceLibrary>& library)
 {
     AddLibrary(library);
-}
-
-void CAppearanceLibraryBrowserCtrl::UpdateLibrary(const std::shared_ptr<kiv::CAppearanceLibrary>& library)
-{
-    if (library)
-        m->rebuild(library);
-}
-
-void CAppearanceLibraryBrowserCtrl::UpdateFavoriteLibrary(const std::shared_ptr<kiv::CAppearanceLibrary>& library)
-{
-    if (m->isShown(FAVORITE_LIBRARY_NAME))
-        UpdateLibrary(library);
-}
-
-void CAppearanceLibraryBrowserCtrl::UpdateLibrary(kiv::CAppearanceInstancePtr appearance, bool added)
-{
-    if (!appearance || !m->library)
-        return;
-    const Private::Silence silence(*m);
-    const QString id = QString::fromLocal8Bit(appearance->GetId().c_str());
-    CAppearanceTreeItem* old = m->findTreeItem(id);
-    const bool wasCurrent = old && old == m->ui.treeWidget->currentItem();
-    if (old)
-        m->ReduceTabelWidget(*old, id);
-    if (added && m->find(id))
-        m->ExpandTabelWidget(appearance);
-    if (CAppearanceTreeItem* again = wasCurrent ? m->findTreeItem(id) : nullptr)
-        m->ui.treeWidget->setCurrentItem(again);
-    if (m->selectedId == id && !(m->find(id) && m->selectRow(id)))
-        m->selectedId.clear();
-}
-
-void CAppearanceLibraryBrowserCtrl::OnAddAppearance(const kiv::CAppearanceInstancePtr& appearance)
-{
-    UpdateLibrary(appearance, true);
-    SelectAppearance(appearance);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr& appearance,
-                                                                const std::string& key)
-{
-    if (!appearance || !m->library || m->library->FindInstance(appearance->GetId()) != appearance)
-        return;
-    CAppearanceTreeItem* item = m->findTreeItem(QString::fromLocal8Bit(appearance->GetId().c_str()));
-    if (!item || item->Entry()->Appearance() != appearance)
-        return;
-    if (key == "category")
-        UpdateLibrary(appearance, true);
-    else
-        m->refreshEntry(*item);
-}
-
-bool CAppearanceLibraryBrowserCtrl::ModifyTableWidgetItemCloud(kiv::CAppearanceInstancePtr appearance)
-{
-    const QString id = appearance ? QString::fromLocal8Bit(appearance->GetId().c_str()) : QString();
-    const int row = m->table->RowOf(id);
-    if (row < 0)
-        return false;
-    m->table->SetInCloud(row, appearance->GetCloudFlag());
-    return true;
-}
-
-bool CAppearanceLibraryBrowserCtrl::SetTableWidgetIcon(kiv::CAppearanceInstancePtr appearance)
-{
-    const QString id = appearance ? QString::fromLocal8Bit(appearance->GetId().c_str()) : QString();
-    CAppearanceTreeItem* item = m->table->RowOf(id) < 0 ? nullptr : m->findTreeItem(id);
-    if (item)
-        m->refreshEntry(*item);
-    return item != nullptr;
 }
 
 // ---- selection
@@ -323,152 +251,14 @@ void CAppearanceLibraryBrowserCtrl::OnSynchronizedBtnClick()
     emit OnSynchronizedCloud();
 }
 
-// ---- menus
+// ---- events
 
 bool CAppearanceLibraryBrowserCtrl::eventFilter(QObject* watched, QEvent* event)
 {
-    for (QAbstractItemView* view :
-         {static_cast<QAbstractItemView*>(m->ui.treeWidget), static_cast<QAbstractItemView*>(m->ui.tableWidget)}) {
+    for (QAbstractItemView* view : m->views()) {
         const bool isMouse = event->type() == QEvent::MouseButtonPress;
         if (watched == (isMouse ? view->viewport() : view))
             return m->viewEvent(*view, *event);
     }
     return QWidget::eventFilter(watched, event);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnShowAppearanceMenu(const QPoint& position)
-{
-    const QTableWidgetItem* item = m->ui.tableWidget->itemAt(position);
-    if (!m->isMenuAllowed || !item)
-        return;
-    if (item->row() != m->ui.tableWidget->currentRow())
-        m->ui.tableWidget->setCurrentCell(item->row(), NameColumn);
-    if (m->ui.tableWidget->selectionMode() == QAbstractItemView::SingleSelection)
-        m->table->SelectClickedRow(item->row());
-    m->menus->ShowAppearanceMenu(m->offerFor(m->menuTarget()), m->ui.tableWidget->viewport()->mapToGlobal(position));
-}
-
-void CAppearanceLibraryBrowserCtrl::OnShowTreeMenu(const QPoint& position)
-{
-    const bool canChoose = !m->provider && !m->ui.comboBox->isHidden();
-    m->menus->ShowTreeMenu(canChoose, m->ui.treeWidget->viewport()->mapToGlobal(position));
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuCopyAppearance()
-{
-    if (const kiv::CAppearanceInstancePtr appearance = m->menuTarget())
-        emit OnCopyandAddApperance(appearance);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuDeleteAppearance()
-{
-    if (kiv::CAppearanceInstancePtr appearance = m->menuTarget())
-        emit OnDeleteApperance(appearance);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuRemoveAppearance()
-{
-    // Found before the first is announced: its receiver may rebuild the table.
-    std::vector<kiv::CAppearanceInstancePtr> appearances;
-    for (const QString& id : m->menuTargets())
-        appearances.push_back(m->find(id));
-    for (kiv::CAppearanceInstancePtr& appearance : appearances) {
-        if (appearance)
-            emit OnRemoveApperance(appearance);
-    }
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuDownloadAppearance()
-{
-    if (const kiv::CAppearanceInstancePtr appearance = m->menuTarget())
-        emit OnDownloadAppearance(QString::fromLocal8Bit(appearance->GetId().c_str()));
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuApplyAppearance()
-{
-    const kiv::CAppearanceInstancePtr appearance = m->menuTarget();
-    if (!appearance)
-        return;
-    m->announce(QString::fromLocal8Bit(appearance->GetId().c_str()));
-    emit OnApplyAppearance(appearance);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuRenameAppearance()
-{
-    if (const kiv::CAppearanceInstancePtr appearance = m->menuTarget())
-        emit OnRenameAppearance(appearance);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuExportAppearances()
-{
-    Appearances appearances;
-    for (const QString& id : m->menuTargets())
-        if (const kiv::CAppearanceInstancePtr appearance = m->find(id))
-            appearances.push_back(appearance);
-    if (!appearances.empty())
-        emit OnExportAppearances(appearances);
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuImportAppearances()
-{
-    emit OnImportAppearances({});
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuAppearanceTypeChange()
-{
-    const kiv::CAppearanceInstancePtr appearance = m->menuTarget();
-    if (!appearance)
-        return;
-    m->dialogTarget = QString::fromLocal8Bit(appearance->GetId().c_str());
-    m->chooseType = new CChooseTypeDlg(this);
-    m->chooseType->setAttribute(Qt::WA_DeleteOnClose);
-    m->chooseType->SetTypeName(QString::fromLocal8Bit(appearance->GetTemplateName().c_str()));
-    connect(m->chooseType, SIGNAL(accepted()), this, SLOT(OnMenuAppearanceTypeAccepted()));
-    m->chooseType->open();
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuAppearanceTypeAccepted()
-{
-    kiv::CAppearanceInstancePtr appearance = m->find(m->dialogTarget);
-    if (appearance && m->chooseType)
-        emit OnAppearanceTypeChanged(appearance, m->chooseType->GetTypeName().toLocal8Bit().toStdString());
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuAddFavoriteAppearance()
-{
-    const kiv::CAppearanceInstancePtr appearance = m->menuTarget();
-    if (!appearance)
-        return;
-    // The first level of a category is a type.
-    const QString category = QString::fromLocal8Bit(appearance->GetCategory().c_str()).section('/', 0, 0);
-    auto* dialog = new CFavoriteCategoryDlg(category, this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QDialog::accepted, this, [this, dialog, appearance] {
-        emit OnAddFavoriteAppearance(appearance, dialog->GetSelectedType().toLocal8Bit().toStdString());
-    });
-    dialog->open();
-}
-
-void CAppearanceLibraryBrowserCtrl::OnMenuChooseLibrary()
-{
-    m->chooseLibrary = new CChooseLibraryDlg(m->manager, this);
-    m->chooseLibrary->setAttribute(Qt::WA_DeleteOnClose);
-    connect(m->chooseLibrary, SIGNAL(accepted()), this, SLOT(OnChooseLibrary()));
-    m->chooseLibrary->open();
-}
-
-// An entry of the combo box is the owner's to show, as when it is chosen there; another library is shown here.
-void CAppearanceLibraryBrowserCtrl::OnChooseLibrary()
-{
-    const kiv::CAppearanceLibraryPtr library =
-        m->chooseLibrary ? m->findLibrary(m->chooseLibrary->GetLibraryName()) : nullptr;
-    if (!library)
-        return;
-    const kiv::String name = library->GetName();
-    if (m->ui.comboBox->findData(QString::fromLocal8Bit(name.c_str())) >= 0) {
-        emit OnMaterialLibraryChange(name);
-    } else {
-        m->ui.treeWidget->clear();
-        AddLibrary(library);
-    }
 }

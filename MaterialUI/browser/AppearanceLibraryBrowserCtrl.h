@@ -26,12 +26,19 @@ class QTreeWidgetItem;
 /// 257 is true on the tree item of an appearance; 254 the cloud flag, 255 the texture's file and 511 a picture drawn as
 /// it is (all on table column 0).
 ///
-/// A right click on a row, or the menu key, opens a context menu for it, or for all selected rows where it is one of
-/// them: copy, delete, type and favourite in the system library (where delete and type are greyed, since it is
-/// read-only) and in the user's own; remove in the favourite library; download, and in the favourite library remove,
-/// for an appearance that is in the cloud and whose textures are not complete here. The tree's menu expands and
-/// collapses everything and chooses another library. Return announces the current appearance once more; F3 finds the
-/// next match of the last search.
+/// A right click on a row or on the tree's item of an appearance, or the menu key there, opens a menu of what applies
+/// to it, or to all selected rows where it is one of them: apply, copy (Ctrl+C) and export (Ctrl+E) in every library;
+/// add to the favourites (Ctrl+D) where it is none; in the user's own libraries delete (Delete), change the type and
+/// rename (F2) what can be edited; in the favourite library remove (Delete). What is in the cloud and not complete here
+/// can only be downloaded, and removed from the favourites. The keys do the same, for the selected rows or else the
+/// current one, while table or tree has the keyboard focus. A menu works on what it was opened for, as far as that is
+/// still there.
+///
+/// The tree's own menu expands and collapses everything and chooses another library. Return announces the current
+/// appearance once more; F3 finds the next match of the last search. Where several rows may be selected, the space bar
+/// adds the current row to them or takes it out, and Ctrl+A selects all.
+///
+/// An appearance can be dragged out of table and tree, with the data that AppearanceMime.h tells.
 class MATERIALUI_EXPORT CAppearanceLibraryBrowserCtrl : public QWidget {
     Q_OBJECT
 
@@ -51,7 +58,8 @@ public:
 
     /// Rebuilds tree and table for the library as it now stands, keeping category and selection where they still exist.
     void UpdateLibrary(const std::shared_ptr<kiv::CAppearanceLibrary>& library);
-    /// Brings one appearance of the library shown in (true) or its rows out (false).
+    /// Brings one appearance of the library shown in (true) or its row out (false). When the current row goes, the one
+    /// that takes its place, or the one before, becomes current; that selects nothing.
     void UpdateLibrary(kiv::CAppearanceInstancePtr appearance, bool added);
     /// UpdateLibrary, but only while the library shown is the favourite library.
     void UpdateFavoriteLibrary(const std::shared_ptr<kiv::CAppearanceLibrary>& library);
@@ -75,12 +83,13 @@ public:
     AppearanceLibraryProvider* getAppearanceLibraryProvider() const;
 
     void ShowTreeWidget(bool show);
-    /// Whether the appearance context menu may open.
+    /// Whether the appearance context menu may open and its keys work.
     void ShowAppearanceMenu(bool show);
     void ShowCollectAndSynchBtn(bool show);
-    /// Whether files may be brought in, by the menu or by dropping them here. Initially not.
+    /// Whether a library of the user's own takes files, by the menu (Ctrl+I) or by dropping them here, and copies of
+    /// appearances that are dropped here from another browser. Initially not.
     void ShowImport(bool show);
-    /// Called once before the signals for all appearances that the user wants to delete, or to remove from the
+    /// Called once, before the signals, for all appearances that the user wants to delete, or to remove from the
     /// favourites. Without one nothing is asked.
     void SetDeleteConfirmation(const Confirmation& confirmation);
     void SetRemoveConfirmation(const Confirmation& confirmation);

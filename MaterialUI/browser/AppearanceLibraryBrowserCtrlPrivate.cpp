@@ -5,12 +5,10 @@
 #include "ItemRoles.h"
 
 #include <MaterialConstants.h>
-#include <MaterialHelper.h>
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QListView>
-#include <QScrollBar>
 #include <QTimer>
 
 CAppearanceLibraryBrowserCtrl::Private::Private(CAppearanceLibraryBrowserCtrl& owner,
@@ -53,8 +51,7 @@ void CAppearanceLibraryBrowserCtrl::Private::connectViews()
     QObject::connect(ui.tableWidget, SIGNAL(customContextMenuRequested(QPoint)), &q,
                      SLOT(OnShowAppearanceMenu(QPoint)));
     QObject::connect(ui.treeWidget, SIGNAL(customContextMenuRequested(QPoint)), &q, SLOT(OnShowTreeMenu(QPoint)));
-    for (QAbstractItemView* view :
-         {static_cast<QAbstractItemView*>(ui.treeWidget), static_cast<QAbstractItemView*>(ui.tableWidget)}) {
+    for (QAbstractItemView* view : views()) {
         view->installEventFilter(&q);
         view->viewport()->installEventFilter(&q);
     }
@@ -88,6 +85,11 @@ void CAppearanceLibraryBrowserCtrl::Private::initTree()
     tree->initTreeIcon();
     if (provider && ui.comboBox->count() > 0)
         tree->expandTreeWidget(ui.comboBox->currentData().toInt(), *provider);
+}
+
+std::array<QAbstractItemView*, 2> CAppearanceLibraryBrowserCtrl::Private::views() const
+{
+    return {ui.treeWidget, ui.tableWidget};
 }
 
 // ---- what is shown
@@ -162,47 +164,6 @@ void CAppearanceLibraryBrowserCtrl::Private::ExpandLibrary(QTreeWidgetItem& item
     ui.tableWidget->scrollToTop();
 }
 
-void CAppearanceLibraryBrowserCtrl::Private::ExpandTabelWidget(const kiv::CAppearanceInstancePtr& appearance)
-{
-    CLibraryTreeItem* item = libraryItem();
-    if (!item)
-        return;
-    const auto entry = std::make_shared<CAppearanceEntry>(manager, appearance->GetId(), appearance);
-    tree->AddAppearance(*item, entry);
-    item->Entries().push_back(entry);
-    if (entry->IsBelow(path))
-        table->Append(entry);
-    ui.treeWidget->viewport()->update();
-}
-
-void CAppearanceLibraryBrowserCtrl::Private::ReduceTabelWidget(CAppearanceTreeItem& item, const QString& id)
-{
-    CLibraryTreeItem* owner = CLibraryTree::LibraryOf(&item);
-    const int row = table->RowOf(id);
-    if (row >= 0)
-        table->Remove(row);
-    CAppearanceEntries& entries = owner->Entries();
-    entries.erase(std::remove(entries.begin(), entries.end(), item.Entry()), entries.end());
-    QTreeWidgetItem* parent = item.parent();
-    delete &item;
-    removeEmptyCategories(parent);
-    QTreeWidgetItem* shown = CLibraryTree::NearestCategory(*owner, path);
-    const QString shownPath = shown->type() == CategoryItem ? shown->data(0, IdRole).toString() : QString();
-    if (shownPath == path)
-        return;
-    ui.treeWidget->setCurrentItem(shown);
-    ExpandLibrary(*shown, shownPath);
-}
-
-void CAppearanceLibraryBrowserCtrl::Private::removeEmptyCategories(QTreeWidgetItem* category)
-{
-    while (category->type() == CategoryItem && category->childCount() == 0 && !isShown(SYSTEM_LIBRARY_NAME)) {
-        QTreeWidgetItem* parent = category->parent();
-        delete category;
-        category = parent;
-    }
-}
-
 void CAppearanceLibraryBrowserCtrl::Private::expandTreeWidget(int treeIndex)
 {
     const Silence silence(*this);
@@ -221,102 +182,23 @@ CLibraryTreeItem* CAppearanceLibraryBrowserCtrl::Private::libraryItem() const
 CAppearanceTreeItem* CAppearanceLibraryBrowserCtrl::Private::findTreeItem(const QString& id) const
 {
     CLibraryTreeItem* item = libraryItem();
-    if (!item)
-        return nullptr;
-    // Where its category says it is; elsewhere only when the category has just changed.
-    const kiv::CAppearanceInstancePtr appearance = library->FindInstance(id.toLocal8Bit().toStdString());
-    const QString path = appearance ? QString::fromLocal8Bit(appearance->GetCategory().c_str()) : QString();
-    QTreeWidgetItem* category = CLibraryTree::NearestCategory(*item, path);
-    CAppearanceTreeItem* found = CLibraryTree::FindAppearance(*category, id);
-    return found || category == item ? found : CLibraryTree::FindAppearance(*item, id);
+    return item ? item->Find(id) : nullptr;
 }
 
-void CAppearanceLibraryBrowserCtrl::Private::refreshEntry(CAppearanceTreeItem& item)
+int CAppearanceLibraryBrowserCtrl::Private::rowOf(const QString& id) const
 {
-    item.Entry()->Refresh();
-    CLibraryTree::LibraryOf(&item)->Index().Exclude(*item.Entry());
-    const QString texture = item.Entry()->Texture().toString();
-    if (!texture.isEmpty())
-        ImageDelegate::Shared().Thumbnails().Recheck(texture);
-    const int row = table->RowOf(item.Entry()->Id());
-    if (row >= 0)
-        table->UpdateRow(row);
-    ui.treeWidget->viewport()->update();
+    const CAppearanceTreeItem* item = findTreeItem(id);
+    return item ? table->RowOf(*item->Entry()) : -1;
 }
 
-// ---- updating
-
-void CAppearanceLibraryBrowserCtrl::Private::rebuild(const kiv::CAppearanceLibraryPtr& changed)
+kiv::CAppearanceInstancePtr CAppearanceLibraryBrowserCtrl::Private::find(const QString& id) const
 {
-    CLibraryTreeItem* old = tree->FindLibrary(changed->GetName());
-    if (!old || !isShown(changed->GetName())) {
-        ui.treeWidget->clear();
-        showLibrary(changed);
-        return;
-    }
-    const Silence silence(*this);
-    const CBrowserState state = captureState();
-    const int position = ui.treeWidget->indexOfTopLevelItem(old);
-    delete old;
-    addLibrary(changed, position);
-    restoreState(state);
+    return library ? library->FindInstance(id.toLocal8Bit().toStdString()) : nullptr;
 }
 
-CBrowserState CAppearanceLibraryBrowserCtrl::Private::captureState() const
+bool CAppearanceLibraryBrowserCtrl::Private::isShown(const kiv::String& libraryName) const
 {
-    CBrowserState state;
-    state.path = path;
-    QTreeWidgetItem* current = ui.treeWidget->currentItem();
-    if (current && current->type() == AppearanceItem) {
-        state.treeAppearance = current->data(0, IdRole).toString();
-        current = current->parent();
-    }
-    if (current && current->type() == CategoryItem)
-        state.treeCategory = current->data(0, IdRole).toString();
-    state.selectedId = selectedId;
-    state.selectedRows = table->SelectedIds();
-    state.ReadCategories(*libraryItem());
-    state.treeScroll = ui.treeWidget->verticalScrollBar()->value();
-    state.tableScroll = ui.tableWidget->verticalScrollBar()->value();
-    return state;
-}
-
-void CAppearanceLibraryBrowserCtrl::Private::restoreState(const CBrowserState& state)
-{
-    CLibraryTreeItem* item = libraryItem();
-    restoreTree(*item, state);
-    QTreeWidgetItem* shown = CLibraryTree::NearestCategory(*item, state.path);
-    ExpandLibrary(*shown, shown->type() == CategoryItem ? shown->data(0, IdRole).toString() : QString());
-    restoreTable(state);
-}
-
-void CAppearanceLibraryBrowserCtrl::Private::restoreTree(CLibraryTreeItem& item, const CBrowserState& state)
-{
-    // The system library's categories stay although they are empty.
-    if (isShown(SYSTEM_LIBRARY_NAME)) {
-        for (const QString& category : state.categories)
-            tree->AddCategory(item, category);
-    }
-    state.WriteCategories(item);
-    QTreeWidgetItem* current = CLibraryTree::NearestCategory(item, state.treeCategory);
-    if (!state.treeAppearance.isEmpty()) {
-        if (QTreeWidgetItem* appearance = CLibraryTree::FindAppearance(item, state.treeAppearance))
-            current = appearance;
-    }
-    ui.treeWidget->setCurrentItem(current);
-    ui.treeWidget->doItemsLayout();
-    ui.treeWidget->verticalScrollBar()->setValue(state.treeScroll);
-}
-
-void CAppearanceLibraryBrowserCtrl::Private::restoreTable(const CBrowserState& state)
-{
-    selectedId = find(state.selectedId) ? state.selectedId : QString();
-    const int row = selectedId.isEmpty() ? -1 : table->RowOf(selectedId);
-    if (row >= 0)
-        table->SetCurrentRow(row);
-    table->SelectIds(state.selectedRows);
-    ui.tableWidget->doItemsLayout();
-    ui.tableWidget->verticalScrollBar()->setValue(state.tableScroll);
+    return library && library->GetName() == libraryName;
 }
 
 // ---- selection
@@ -342,7 +224,7 @@ void CAppearanceLibraryBrowserCtrl::Private::selectAppearanceItem(CAppearanceTre
 bool CAppearanceLibraryBrowserCtrl::Private::selectRow(const QString& id)
 {
     const Silence silence(*this);
-    const int row = table->RowOf(id);
+    const int row = rowOf(id);
     if (row >= 0)
         table->SetCurrentRow(row);
     return row >= 0;
@@ -379,50 +261,6 @@ void CAppearanceLibraryBrowserCtrl::Private::search(QTreeWidgetItem* after)
         selectAppearanceItem(*found);
 }
 
-// ---- menus
-
-kiv::CAppearanceInstancePtr CAppearanceLibraryBrowserCtrl::Private::find(const QString& id) const
-{
-    return library ? library->FindInstance(id.toLocal8Bit().toStdString()) : nullptr;
-}
-
-bool CAppearanceLibraryBrowserCtrl::Private::isShown(const kiv::String& libraryName) const
-{
-    return library && library->GetName() == libraryName;
-}
-
-kiv::CAppearanceLibraryPtr CAppearanceLibraryBrowserCtrl::Private::findLibrary(const kiv::String& name) const
-{
-    for (auto it = manager.beginLibrary(); it != manager.endLibrary(); ++it) {
-        if (it->first == name)
-            return it->second;
-    }
-    return nullptr;
-}
-
-QStringList CAppearanceLibraryBrowserCtrl::Private::menuTargets() const
-{
-    const QString id = table->IdOf(ui.tableWidget->currentRow());
-    const QStringList selected = table->SelectedIds();
-    return selected.contains(id) ? selected : QStringList(id.isEmpty() ? selectedId : id);
-}
-
-kiv::CAppearanceInstancePtr CAppearanceLibraryBrowserCtrl::Private::menuTarget() const
-{
-    const QString id = table->IdOf(ui.tableWidget->currentRow());
-    return find(id.isEmpty() ? selectedId : id);
-}
-
-CAppearanceMenus::Offer
-CAppearanceLibraryBrowserCtrl::Private::offerFor(const kiv::CAppearanceInstancePtr& appearance) const
-{
-    CAppearanceMenus::Offer offer;
-    offer.isFavorite = isShown(FAVORITE_LIBRARY_NAME);
-    offer.isEditable = !offer.isFavorite && !isShown(SYSTEM_LIBRARY_NAME);
-    offer.isDownloadable = appearance && !kiv::CMaterialHelper::CheckResourceComplete(appearance, manager);
-    return offer;
-}
-
 // ---- events
 
 bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, QEvent& event)
@@ -435,6 +273,9 @@ bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, 
     case QEvent::KeyPress:
         isPressed = false;
         return keyEvent(view, static_cast<QKeyEvent&>(event).key());
+    case QEvent::ShortcutOverride:
+        prepareShortcut(static_cast<QKeyEvent&>(event));
+        return false;
     case QEvent::ContextMenu:
         if (static_cast<QContextMenuEvent&>(event).reason() != QContextMenuEvent::Keyboard)
             return false;
@@ -469,13 +310,4 @@ bool CAppearanceLibraryBrowserCtrl::Private::returnPressed(const QAbstractItemVi
     }
     announce(item ? item->data(0, IdRole).toString() : table->IdOf(ui.tableWidget->currentRow()));
     return false;
-}
-
-void CAppearanceLibraryBrowserCtrl::Private::contextMenuByKey(QAbstractItemView& view)
-{
-    const QPoint position = view.visualRect(view.currentIndex()).center();
-    if (&view == ui.tableWidget)
-        q.OnShowAppearanceMenu(position);
-    else
-        q.OnShowTreeMenu(position);
 }

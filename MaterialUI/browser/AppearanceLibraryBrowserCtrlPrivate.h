@@ -1,13 +1,19 @@
 #pragma once
 
+#include "AppearanceDrag.h"
+#include "AppearanceDrop.h"
 #include "AppearanceLibraryBrowserCtrl.h"
 #include "AppearanceMenus.h"
 #include "AppearanceTable.h"
+#include "AppearanceTargets.h"
 #include "BrowserState.h"
 #include "LibraryTree.h"
 #include "ui_AppearanceLibraryBrowserCtrl.h"
 
 #include <QPointer>
+
+#include <array>
+#include <optional>
 
 class CChooseLibraryDlg;
 class CChooseTypeDlg;
@@ -31,6 +37,8 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     void initViews();
     void connectViews();
     void initButtons();
+    void initMenus();
+    void initDragging();
     void initComboBox();
     void initTree();
 
@@ -42,15 +50,23 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     void selectComboEntry(const QString& name);
     void ExpandMaterialLibrary(CLibraryTreeItem& item);
     void ExpandLibrary(QTreeWidgetItem& item, const QString& path);
-    void ExpandTabelWidget(const kiv::CAppearanceInstancePtr& appearance);
-    void ReduceTabelWidget(CAppearanceTreeItem& item, const QString& id);
-    void removeEmptyCategories(QTreeWidgetItem* category);
     void expandTreeWidget(int treeIndex);
+    std::array<QAbstractItemView*, 2> views() const;
     CLibraryTreeItem* libraryItem() const;
     CAppearanceTreeItem* findTreeItem(const QString& id) const;
-    void refreshEntry(CAppearanceTreeItem& item);
+    int rowOf(const QString& id) const;
+    kiv::CAppearanceInstancePtr find(const QString& id) const;
+    bool isShown(const kiv::String& libraryName) const;
 
-    // ---- updating
+    // ---- updating. What concerns one appearance costs the same in a library of any size, but for moving rows.
+    /// `old` is the item that shows the appearance so far, or null.
+    void ExpandTabelWidget(const kiv::CAppearanceInstancePtr& appearance, CAppearanceTreeItem* old);
+    void exchange(CLibraryTreeItem& item, CAppearanceTreeItem& old, const CAppearanceEntryPtr& entry);
+    bool keepRow(const QString& id);
+    void ReduceTabelWidget(CAppearanceTreeItem& item, const QString& id);
+    void removeTreeItem(CLibraryTreeItem& owner, CAppearanceTreeItem& item);
+    void removeEmptyCategories(QTreeWidgetItem* category);
+    void refreshEntry(CAppearanceTreeItem& item);
     void rebuild(const kiv::CAppearanceLibraryPtr& changed);
     CBrowserState captureState() const;
     void restoreState(const CBrowserState& state);
@@ -66,18 +82,26 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     void search(QTreeWidgetItem* after);
 
     // ---- menus
-    QStringList menuTargets() const;
-    kiv::CAppearanceInstancePtr menuTarget() const;
-    kiv::CAppearanceInstancePtr find(const QString& id) const;
-    CAppearanceMenus::Offer offerFor(const kiv::CAppearanceInstancePtr& appearance) const;
+    void openMenu(const CAppearanceTargets& targets, const QPoint& globalPosition);
+    void contextMenuByKey(QAbstractItemView& view);
+    void prepareShortcut(const QKeyEvent& event);
+    CAppearanceTargets takeTargets();
+    void forgetTargets();
+    CAppearanceTargets targetsAt(const QString& id) const;
+    CAppearanceTargets currentTargets() const;
+    CAppearanceMenus::Offer offerFor(const CAppearanceTargets& targets) const;
+    /// False when nothing is left to be asked about. True: the browser still exists.
+    bool isConfirmed(const CAppearanceTargets& targets, const Confirmation& confirmation);
     kiv::CAppearanceLibraryPtr findLibrary(const kiv::String& name) const;
-    bool isShown(const kiv::String& libraryName) const;
+
+    // ---- dragging and dropping
+    kiv::CAppearanceLibraryPtr importTarget() const;
+    CAppearanceEntryPtr entryAt(const QAbstractItemView& view, const QPoint& position) const;
 
     // ---- events of the two views; true when they are done with
     bool viewEvent(QAbstractItemView& view, QEvent& event);
     bool keyEvent(QAbstractItemView& view, int key);
     bool returnPressed(const QAbstractItemView& view);
-    void contextMenuByKey(QAbstractItemView& view);
 
     CAppearanceLibraryBrowserCtrl& q;
     kiv::CAppearanceLibraryManager& manager;
@@ -88,7 +112,9 @@ struct CAppearanceLibraryBrowserCtrl::Private {
     std::unique_ptr<CAppearanceMenus> menus;
     QPointer<CChooseLibraryDlg> chooseLibrary;
     QPointer<CChooseTypeDlg> chooseType;
-    QString dialogTarget;  ///< id of the appearance that the type dialog asks for
+    AppearanceTarget dialogTarget;  ///< the appearance that the type dialog asks for
+    /// What the open menu, or the key being pressed, acts on.
+    std::optional<CAppearanceTargets> remembered;
 
     kiv::CAppearanceLibraryPtr library;  ///< the one shown
     QString path;                        ///< the category shown, empty for the whole library

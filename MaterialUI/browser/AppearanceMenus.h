@@ -2,36 +2,50 @@
 
 #include <QMenu>
 
+#include <array>
+#include <bitset>
 #include <memory>
 
 class CAppearanceLibraryBrowserCtrl;
 
-/// The context menus of a browser. Their actions go to the browser's slots.
+/// The context menus of a browser, and the keys that do the same while its table or tree has the keyboard focus. Their
+/// actions go to the browser's slots.
 class CAppearanceMenus {
 public:
-    /// What may be done with the appearances that a menu is opened for.
-    struct Offer {
-        bool isFavorite = false;
-        bool isEditable = false;      ///< in a library of the user's own
-        bool isDownloadable = false;  ///< in the cloud and not complete here
+    /// In the order of the menu.
+    enum EnAction {
+        Download,
+        Apply,
+        Copy,
+        AddFavorite,
+        TypeChange,
+        Rename,
+        Delete,
+        Remove,
+        Export,
+        Import,
+        ActionCount
     };
+    using Offer = std::bitset<ActionCount>;
 
     explicit CAppearanceMenus(CAppearanceLibraryBrowserCtrl& browser);
 
-    /// Opens the menu that fits, without waiting for the choice.
-    void ShowAppearanceMenu(const Offer& offer, const QPoint& globalPosition);
+    /// What the menu shows and the keys do from now on; the rest is hidden and its keys do nothing.
+    void SetOffer(const Offer& offer);
+    /// Opens the menu that fits, without waiting for the choice. One without anything to choose stays closed.
+    void ShowAppearanceMenu(const QPoint& globalPosition);
     void ShowTreeMenu(bool canChooseLibrary, const QPoint& globalPosition);
+
+    bool HasShortcut(const QKeySequence& keys) const;
+    const QMenu& AppearanceMenu() const { return *m_appearanceMenu; }
 
 private:
     void addAppearanceMenu(CAppearanceLibraryBrowserCtrl& browser);
+    void addKeys(CAppearanceLibraryBrowserCtrl& browser);
     void addTreeMenu(CAppearanceLibraryBrowserCtrl& browser);
 
     QMenu* m_appearanceMenu;
-    QMenu* m_removeMenu;
-    QMenu* m_downloadMenu;
     QMenu* m_treeMenu;
-    QAction* m_delete = nullptr;
-    QAction* m_typeChange = nullptr;
-    QAction* m_remove = nullptr;
+    std::array<QAction*, ActionCount> m_actions{};
     QAction* m_chooseLibrary = nullptr;
 };

@@ -34,12 +34,34 @@ void CAppearanceTable::setRow(int row, const CAppearanceEntryPtr& entry)
     m_table.setItem(row, NameColumn, new CAppearanceTableItem(entry, NameColumn));
 }
 
-int CAppearanceTable::Append(const CAppearanceEntryPtr& entry)
+void CAppearanceTable::Insert(const CAppearanceEntryPtr& entry)
 {
-    const int row = m_table.rowCount();
-    m_table.setRowCount(row + 1);
+    const int row = m_sortColumn == NameColumn ? sortedPosition(entry) : m_table.rowCount();
+    m_table.insertRow(row);
     setRow(row, entry);
-    return row;
+}
+
+int CAppearanceTable::sortedPosition(const CAppearanceEntryPtr& entry) const
+{
+    const auto order = Qt::SortOrder(m_sortOrder);
+    QMyTableWidgetItem::SetSortOrder(order);
+    const CAppearanceTableItem added(entry, NameColumn);
+    int first = 0;
+    int last = m_table.rowCount();
+    while (first < last) {
+        const int middle = (first + last) / 2;
+        const QTableWidgetItem& item = *m_table.item(middle, NameColumn);
+        if (order == Qt::AscendingOrder ? added < item : item < added)
+            last = middle;
+        else
+            first = middle + 1;
+    }
+    return first;
+}
+
+void CAppearanceTable::Replace(int row, const CAppearanceEntryPtr& entry)
+{
+    setRow(row, entry);
 }
 
 void CAppearanceTable::Remove(int row)
@@ -47,14 +69,9 @@ void CAppearanceTable::Remove(int row)
     m_table.removeRow(row);
 }
 
-int CAppearanceTable::RowOf(const QString& id) const
+int CAppearanceTable::RowOf(const CAppearanceEntry& entry) const
 {
-    const int count = m_table.rowCount();
-    for (int row = 0; row < count; ++row) {
-        if (IdOf(row) == id)
-            return row;
-    }
-    return -1;
+    return entry.Cell() ? m_table.row(entry.Cell()) : -1;
 }
 
 QString CAppearanceTable::IdOf(int row) const
@@ -75,6 +92,17 @@ void CAppearanceTable::SetCurrentRow(int row)
 {
     m_table.setCurrentCell(row, NameColumn, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     m_table.scrollToItem(m_table.item(row, NameColumn));
+}
+
+void CAppearanceTable::FocusRow(int row)
+{
+    const int shown = qMin(row, m_table.rowCount() - 1);
+    if (shown < 0)
+        return;
+    const bool isSingle = m_table.selectionMode() == QAbstractItemView::SingleSelection;
+    m_table.setCurrentCell(shown, NameColumn,
+                           isSingle ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                                    : QItemSelectionModel::SelectionFlags(QItemSelectionModel::NoUpdate));
 }
 
 void CAppearanceTable::SelectClickedRow(int row)

@@ -13,16 +13,21 @@ public:
     /// Shows those of the entries whose category is the path or below it, in the order given or, once the user sorted,
     /// in the user's.
     void Fill(const CAppearanceEntries& entries, const QString& path);
-    /// Appends a row and returns it.
-    int Append(const CAppearanceEntryPtr& entry);
+    /// Adds a row: at the end or, once the user sorted, where it belongs.
+    void Insert(const CAppearanceEntryPtr& entry);
+    /// Shows another entry in the row, which stays current and selected.
+    void Replace(int row, const CAppearanceEntryPtr& entry);
     void Remove(int row);
 
-    int RowOf(const QString& id) const;  ///< -1 when there is no such row
-    QString IdOf(int row) const;         ///< empty when there is no such row
+    int RowOf(const CAppearanceEntry& entry) const;  ///< -1 when it has none
+    QString IdOf(int row) const;                     ///< empty when there is no such row
     QStringList SelectedIds() const;
 
     /// Makes the row the current one and scrolls to it.
     void SetCurrentRow(int row);
+    /// Makes the row the current one, or the last row where there are not so many. Where several may be selected it is
+    /// not selected.
+    void FocusRow(int row);
     /// Selects the row as a click on its name does. A click on its picture, which cannot be selected, clears the
     /// selection instead.
     void SelectClickedRow(int row);
@@ -38,6 +43,7 @@ public:
 
 private:
     void setRow(int row, const CAppearanceEntryPtr& entry);
+    int sortedPosition(const CAppearanceEntryPtr& entry) const;
 
     QTableWidget& m_table;
     int m_sortOrder = Qt::DescendingOrder;

@@ -11,6 +11,14 @@ CAppearanceTableItem::CAppearanceTableItem(CAppearanceEntryPtr entry, EnTableCol
 {
     if (column == PictureColumn)
         setFlags(Qt::ItemIsEnabled);
+    else
+        m_entry->SetCell(this);
+}
+
+CAppearanceTableItem::~CAppearanceTableItem()
+{
+    if (m_entry->Cell() == this)
+        m_entry->SetCell(nullptr);
 }
 
 QVariant CAppearanceTableItem::data(int role) const

@@ -12,6 +12,10 @@ class CAppearanceTableItem : public QMyTableWidgetItem {
 public:
     CAppearanceTableItem(CAppearanceEntryPtr entry, EnTableColumn column);
 
+    ~CAppearanceTableItem() override;
+    CAppearanceTableItem(const CAppearanceTableItem&) = delete;
+    CAppearanceTableItem& operator=(const CAppearanceTableItem&) = delete;
+
     QVariant data(int role) const override;
     void setData(int role, const QVariant& value) override;
     /// Compares without making a variant of each text, which is most of the time of sorting.

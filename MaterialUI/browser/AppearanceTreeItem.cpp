@@ -4,6 +4,33 @@
 
 #include <PlainTip.h>
 
+CAppearanceTreeItem* CLibraryTreeItem::Find(const QString& id)
+{
+    if (m_items.isEmpty() && !m_entries.empty()) {
+        m_items.reserve(int(m_entries.size()));
+        rememberBelow(*this);
+    }
+    return m_items.value(id);
+}
+
+void CLibraryTreeItem::Remember(CAppearanceTreeItem& item)
+{
+    if (!m_items.isEmpty())
+        m_items.insert(item.Entry()->Id(), &item);
+}
+
+void CLibraryTreeItem::rememberBelow(QTreeWidgetItem& item)
+{
+    for (int i = 0; i < item.childCount(); ++i) {
+        QTreeWidgetItem* child = item.child(i);
+        if (child->type() == AppearanceItem)
+            m_items.insert(static_cast<CAppearanceTreeItem*>(child)->Entry()->Id(),
+                           static_cast<CAppearanceTreeItem*>(child));
+        else
+            rememberBelow(*child);
+    }
+}
+
 CCategoryTreeItem::CCategoryTreeItem(const QString& path, const QString& text, const QIcon& icon)
     : QTreeWidgetItem(CategoryItem), m_path(path), m_text(text),
       m_isOther(path.section('/', -1) == QLatin1String("Other"))

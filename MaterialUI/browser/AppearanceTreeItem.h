@@ -3,11 +3,14 @@
 #include "AppearanceEntry.h"
 #include "SearchIndex.h"
 
+#include <QHash>
 #include <QIcon>
 #include <QTreeWidgetItem>
 
 /// Kinds of tree items, told apart by QTreeWidgetItem::type().
 enum EnTreeItemType { LibraryItem = QTreeWidgetItem::UserType, CategoryItem, AppearanceItem };
+
+class CAppearanceTreeItem;
 
 /// The top-level item of a library. It owns what is shown of it, so that clearing the tree lets go of the library.
 class CLibraryTreeItem : public QTreeWidgetItem {
@@ -21,8 +24,16 @@ public:
     CAppearanceEntries& Entries() { return m_entries; }  ///< in the order of the library
     CSearchIndex& Index() { return m_index; }
 
+    /// The item of the appearance with this id below this one, or null. Whoever adds or removes one later tells it.
+    CAppearanceTreeItem* Find(const QString& id);
+    void Remember(CAppearanceTreeItem& item);
+    void Forget(const QString& id) { m_items.remove(id); }
+
 private:
+    void rememberBelow(QTreeWidgetItem& item);
+
     kiv::CAppearanceLibraryPtr m_library;
+    QHash<QString, CAppearanceTreeItem*> m_items;  ///< empty until one is asked for
     CAppearanceEntries m_entries;
     CSearchIndex m_index;
 };
@@ -54,6 +65,7 @@ public:
     QVariant data(int column, int role) const override;
 
     const CAppearanceEntryPtr& Entry() const { return m_entry; }
+    void SetEntry(CAppearanceEntryPtr entry) { m_entry = std::move(entry); }
 
 private:
     CAppearanceEntryPtr m_entry;

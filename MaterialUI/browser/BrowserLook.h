@@ -9,6 +9,8 @@ namespace BrowserLook {
 
 /// Of the table's picture column, in pixels: with rows of 40 wide enough to judge a material.
 constexpr int PictureWidth = 64;
+/// Of the table, as its form says, in pixels.
+constexpr int RowHeight = 40;
 
 extern const char* const ControlStyle;
 extern const char* const TreeStyle;

@@ -119,13 +119,29 @@ void CLibraryTree::readEntries(CLibraryTreeItem& library)
         AddCategory(library, path)->addChildren(items);
 }
 
+void CLibraryTree::place(CLibraryTreeItem& library, CAppearanceEntry& entry)
+{
+    entry.SetCategory(CleanCategoryPath(toText(entry.Appearance()->GetCategory())));
+    library.Index().Exclude(entry);
+}
+
 CAppearanceTreeItem* CLibraryTree::AddAppearance(CLibraryTreeItem& library, const CAppearanceEntryPtr& entry)
 {
-    entry->SetCategory(CleanCategoryPath(toText(entry->Appearance()->GetCategory())));
-    library.Index().Exclude(*entry);
+    place(library, *entry);
     auto* item = new CAppearanceTreeItem(entry, m_appearanceIcon);
     AddCategory(library, entry->Category())->addChild(item);
+    library.Remember(*item);
     return item;
+}
+
+CAppearanceTreeItem* CLibraryTree::Exchange(CLibraryTreeItem& library, CAppearanceTreeItem& old,
+                                            const CAppearanceEntryPtr& entry)
+{
+    place(library, *entry);
+    if (entry->Category() != old.Entry()->Category())
+        return AddAppearance(library, entry);
+    old.SetEntry(entry);
+    return &old;
 }
 
 QTreeWidgetItem* CLibraryTree::AddCategory(CLibraryTreeItem& library, const QString& path)
@@ -163,13 +179,6 @@ CLibraryTreeItem* CLibraryTree::LibraryOf(QTreeWidgetItem* item)
     while (item && item->parent())
         item = item->parent();
     return item && item->type() == LibraryItem ? static_cast<CLibraryTreeItem*>(item) : nullptr;
-}
-
-CAppearanceTreeItem* CLibraryTree::FindAppearance(QTreeWidgetItem& below, const QString& id)
-{
-    return static_cast<CAppearanceTreeItem*>(walk(&below, [&](const QTreeWidgetItem* item) {
-        return item->type() == AppearanceItem && static_cast<const CAppearanceTreeItem*>(item)->Entry()->Id() == id;
-    }));
 }
 
 QTreeWidgetItem* CLibraryTree::NearestCategory(CLibraryTreeItem& library, const QString& path)

@@ -24,11 +24,14 @@ public:
 
     /// Adds an appearance, and its category when it is new.
     CAppearanceTreeItem* AddAppearance(CLibraryTreeItem& library, const CAppearanceEntryPtr& entry);
+    /// Shows an appearance anew. The item that now shows it: the old one or, where the category is another, a new one;
+    /// the old one is then left to the caller.
+    CAppearanceTreeItem* Exchange(CLibraryTreeItem& library, CAppearanceTreeItem& old,
+                                  const CAppearanceEntryPtr& entry);
     /// The item that lists the appearances of the category: its own or, when it is nested too deep, an ancestor's. Made
     /// when missing, in the order of the shown texts with "Other" last.
     QTreeWidgetItem* AddCategory(CLibraryTreeItem& library, const QString& path);
 
-    static CAppearanceTreeItem* FindAppearance(QTreeWidgetItem& below, const QString& id);
     /// The item of the category or of its nearest ancestor that there is.
     static QTreeWidgetItem* NearestCategory(CLibraryTreeItem& library, const QString& path);
     /// The first item whose Qt::UserRole text is this, or null.
@@ -42,6 +45,7 @@ public:
     bool HasProviderNodes() const;
 
 private:
+    static void place(CLibraryTreeItem& library, CAppearanceEntry& entry);
     static CAppearanceTreeItem* searchLibrary(CLibraryTreeItem& library, const QString& keyword,
                                               const QTreeWidgetItem* after);
     QString localized(const kiv::String& text) const;

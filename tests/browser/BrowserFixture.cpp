@@ -1,5 +1,7 @@
 #include "BrowserFixture.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QTreeWidgetItemIterator>
 #include <QtTest>
 
@@ -21,6 +23,7 @@ kiv::CAppearanceInstancePtr BrowserFixture::MakeAppearance(const Sample& sample)
         manager.CreateAppearanceInstance(manager.FindTemplate("Generic"), sample.name.toStdString());
     appearance->SetId(sample.id.toStdString());
     appearance->SetCategory(sample.category.toStdString());
+    appearance->SetEditType(1);
     appearance->SetTags(sample.tags.toStdString());
     appearance->SetDiffuse({0.5F, 0.25F, 1, 1});
     return appearance;
@@ -68,6 +71,31 @@ Selections::Selections(CAppearanceLibraryBrowserCtrl& browser)
                      });
 }
 
+Announcements::Announcements(CAppearanceLibraryBrowserCtrl& browser)
+{
+    using Browser = CAppearanceLibraryBrowserCtrl;
+    const auto note = [this](const char* what) {
+        return [this, what](const kiv::CAppearanceInstancePtr& appearance) {
+            m_texts.append(QString("%1 %2").arg(what, QString::fromStdString(appearance->GetId())));
+        };
+    };
+    QObject::connect(&browser, &Browser::OnCopyandAddApperance, note("copy"));
+    QObject::connect(&browser, &Browser::OnDeleteApperance, note("delete"));
+    QObject::connect(&browser, &Browser::OnRemoveApperance, note("remove"));
+    QObject::connect(&browser, &Browser::OnApplyAppearance, note("apply"));
+    QObject::connect(&browser, &Browser::OnRenameAppearance, note("rename"));
+    QObject::connect(&browser, &Browser::OnAddFavoriteAppearance, note("favourite"));
+    QObject::connect(&browser, &Browser::OnAppearanceTypeChanged, note("type"));
+    QObject::connect(&browser, &Browser::OnExportAppearances, [this](const Browser::Appearances& appearances) {
+        QString text = "export";
+        for (const kiv::CAppearanceInstancePtr& appearance : appearances)
+            text += " " + QString::fromStdString(appearance->GetId());
+        m_texts.append(text);
+    });
+    QObject::connect(&browser, &Browser::OnImportAppearances,
+                     [this](const QStringList& files) { m_texts.append("import " + files.join(" ")); });
+}
+
 QStringList RowIds(const CAppearanceLibraryBrowserCtrl& browser)
 {
     QStringList ids;
@@ -105,4 +133,45 @@ void ClickCell(const CAppearanceLibraryBrowserCtrl& browser, int row, int column
     QTableWidget* table = browser.GetTableWidget();
     const QRect rect = table->visualItemRect(table->item(row, column));
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, rect.center());
+}
+
+QMenu* OpenMenu()
+{
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+QStringList Offered(const QMenu* menu)
+{
+    QStringList texts;
+    for (const QAction* action : menu ? menu->actions() : QList<QAction*>()) {
+        if (action->isVisible() && action->isEnabled() && !action->isSeparator())
+            texts.append((action->text() + " " + action->shortcut().toString()).trimmed());
+    }
+    return texts;
+}
+
+void RightClick(QAbstractScrollArea* view, const QPoint& position)
+{
+    QTest::mouseClick(view->viewport(), Qt::RightButton, {}, position);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, position, view->viewport()->mapToGlobal(position));
+    QApplication::sendEvent(view->viewport(), &event);
+}
+
+void RightClickRow(const CAppearanceLibraryBrowserCtrl& browser, int row)
+{
+    QTableWidget* table = browser.GetTableWidget();
+    RightClick(table, table->visualItemRect(table->item(row, 1)).center());
+}
+
+void Choose(const QString& text)
+{
+    QMenu* menu = OpenMenu();
+    QVERIFY(menu);
+    for (QAction* action : menu->actions()) {
+        if (action->text() == text) {
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            return;
+        }
+    }
+    QFAIL(qPrintable("no action " + text));
 }

@@ -3,6 +3,7 @@
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <LibraryFixture.h>
 
+#include <QMenu>
 #include <QStringList>
 #include <QTableWidget>
 #include <QTreeWidget>
@@ -34,6 +35,17 @@ public:
     kiv::CAppearanceLibraryManager& manager = files.manager();
 };
 
+/// What a browser announced since the last take(), but for selections: "copy b", "remove a", "export a b",
+/// "import /x.ggm", ...
+class Announcements {
+public:
+    explicit Announcements(CAppearanceLibraryBrowserCtrl& browser);
+    QString take() { return std::exchange(m_texts, {}).join(", "); }
+
+private:
+    QStringList m_texts;
+};
+
 /// Ids that OnSelectAppearance announced since the last take().
 class Selections {
 public:
@@ -52,3 +64,12 @@ QTreeWidgetItem* TreeItem(const CAppearanceLibraryBrowserCtrl& browser, const QS
 /// Presses and releases the left button in the middle of an item.
 void ClickTree(const CAppearanceLibraryBrowserCtrl& browser, QTreeWidgetItem* item);
 void ClickCell(const CAppearanceLibraryBrowserCtrl& browser, int row, int column);
+
+/// The context menu that is open, or null.
+QMenu* OpenMenu();
+/// What may be chosen in the menu, each with its key.
+QStringList Offered(const QMenu* menu);
+void RightClick(QAbstractScrollArea* view, const QPoint& position);
+void RightClickRow(const CAppearanceLibraryBrowserCtrl& browser, int row);
+/// Clicks the action in the open menu.
+void Choose(const QString& text);

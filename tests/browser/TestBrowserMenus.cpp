@@ -5,6 +5,7 @@
 #include <ChooseLibraryDlg.h>
 #include <ChooseTypeDlg.h>
 #include <FavoriteCategoryDlg.h>
+#include <GlobalConfig.h>
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -19,48 +20,6 @@
 #include <QTranslator>
 
 namespace {
-
-QMenu* openMenu()
-{
-    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
-}
-
-/// What may be chosen in the open menu.
-QStringList offered(const QMenu* menu)
-{
-    QStringList texts;
-    for (const QAction* action : menu ? menu->actions() : QList<QAction*>()) {
-        if (action->isVisible() && action->isEnabled() && !action->isSeparator())
-            texts.append(action->text());
-    }
-    return texts;
-}
-
-void rightClick(QAbstractScrollArea* view, const QPoint& position)
-{
-    QTest::mouseClick(view->viewport(), Qt::RightButton, {}, position);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, position, view->viewport()->mapToGlobal(position));
-    QApplication::sendEvent(view->viewport(), &event);
-}
-
-void rightClickRow(const CAppearanceLibraryBrowserCtrl& browser, int row)
-{
-    QTableWidget* table = browser.GetTableWidget();
-    rightClick(table, table->visualItemRect(table->item(row, 1)).center());
-}
-
-void choose(const QString& text)
-{
-    QMenu* menu = openMenu();
-    QVERIFY(menu);
-    for (QAction* action : menu->actions()) {
-        if (action->text() == text) {
-            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
-            return;
-        }
-    }
-    QFAIL(qPrintable("no action " + text));
-}
 
 template <typename Dialog>
 Dialog* openDialog()
@@ -79,63 +38,50 @@ class TestBrowserMenus : public MaterialTest {
     Q_OBJECT
 
 private slots:
+    void menuFitsTheLibrary_data()
+    {
+        const auto row = testColumns<QString, int, bool, bool, QString>("library", "editType", "isNameEditable",
+                                                                        "isImportShown", "offers");
+        const QString any = "Apply Enter, copy Ctrl+C, ";
+        row("system", "System Library", 1, true, true, any + "addFavorite Ctrl+D, Export... Ctrl+E");
+        row("project", "Customer Library", 1, true, true,
+            any + "addFavorite Ctrl+D, typeChange, Rename F2, delete Del, Export... Ctrl+E, Import... Ctrl+I");
+        row("names kept", "Customer Library", 1, false, false,
+            any + "addFavorite Ctrl+D, typeChange, delete Del, Export... Ctrl+E");
+        row("not editable", "Customer Library", 0, true, false,
+            any + "addFavorite Ctrl+D, delete Del, Export... Ctrl+E");
+        row("favourite", "Favorite Library", 1, true, true, any + "Remove Del, Export... Ctrl+E");
+    }
+
     void menuFitsTheLibrary()
     {
-        const std::pair<const char*, QStringList> cases[] = {
-            {"System Library", {"copy", "addFavorite"}},
-            {"Customer Library", {"copy", "delete", "typeChange", "addFavorite"}},
-            {"Favorite Library", {"Remove"}}};
-        for (const auto& [name, actions] : cases) {
-            const auto browser = m_fixture.MakeBrowserOf(name);
-            rightClickRow(*browser, 1);
-            QCOMPARE(offered(openMenu()), actions);
-            openMenu()->close();
-            rightClick(browser->GetTableWidget(), browser->GetTableWidget()->viewport()->rect().bottomRight());
-            QVERIFY(!openMenu());
-            browser->ShowAppearanceMenu(false);
-            rightClickRow(*browser, 1);
-            QVERIFY(!openMenu());
-        }
-    }
-
-    void actionsAnnounceTheAppearance()
-    {
-        const auto browser = m_fixture.MakeBrowserOf("Customer Library");
-        QStringList announced;
-        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnCopyandAddApperance,
-                [&](const kiv::CAppearanceInstancePtr& appearance) {
-                    announced.append("copy " + QString::fromStdString(appearance->GetId()));
-                });
-        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnDeleteApperance,
-                [&](kiv::CAppearanceInstancePtr& appearance) {
-                    announced.append("delete " + QString::fromStdString(appearance->GetId()));
-                });
-        rightClickRow(*browser, 1);
-        choose("copy");
-        rightClickRow(*browser, 2);
-        choose("delete");
-        QCOMPARE(announced, QStringList({"copy b", "delete c"}));
-    }
-
-    void removeTakesAllSelected()
-    {
-        const auto browser = m_fixture.MakeBrowserOf("Favorite Library");
-        const auto library = browser->GetCurrentLibrary();
-        connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnRemoveApperance,
-                [&](kiv::CAppearanceInstancePtr& appearance) {
-                    library->DeleteInstance(appearance->GetId());
-                    browser->UpdateLibrary(appearance, false);
-                });
-        ClickCell(*browser, 0, 1);
-        ClickCell(*browser, 2, 1);
-        rightClickRow(*browser, 2);
-        choose("Remove");
-        QCOMPARE(RowIds(*browser), QStringList({"b", "d", "e", "f"}));
-        // A row that is not selected goes alone.
-        ClickCell(*browser, 0, 1);
-        rightClickRow(*browser, 3);
-        choose("Remove");
-        QCOMPARE(RowIds(*browser), QStringList({"b", "d", "e"}));
+        QFETCH(QString, library);
+        QFETCH(int, editType);
+        QFETCH(bool, isNameEditable);
+        QFETCH(bool, isImportShown);
+        QFETCH(QString, offers);
+        const auto browser = m_fixture.MakeBrowserOf(library);
+        GMaterialUI::CGlobalConfig::SetMaterialNameEditable(isNameEditable);
+        browser->ShowImport(isImportShown);
+        browser->GetCurrentLibrary()->FindInstance("b")->SetEditType(editType);
+        RightClickRow(*browser, 1);
+        QCOMPARE(Offered(OpenMenu()).join(", "), offers);
+        OpenMenu()->close();
+        browser->SelectTreeItem("b");
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(1, 1));
+        QApplication::sendEvent(browser->GetTreeWidget(), &menuKey);
+        QCOMPARE(Offered(OpenMenu()).join(", "), offers);
+        OpenMenu()->close();
+        const QPoint nowhere = browser->GetTableWidget()->viewport()->rect().bottomRight();
+        RightClick(browser->GetTableWidget(), nowhere);
+        QCOMPARE(Offered(OpenMenu()).join(", "), offers.contains("Import") ? "Import... Ctrl+I" : "");
+        if (OpenMenu())
+            OpenMenu()->close();
+        browser->ShowAppearanceMenu(false);
+        RightClick(browser->GetTableWidget(), nowhere);
+        RightClickRow(*browser, 1);
+        QVERIFY(!OpenMenu());
+        GMaterialUI::CGlobalConfig::SetMaterialNameEditable(false);
     }
 
     void downloadIsOfferedForWhatIsOnlyInTheCloud()
@@ -147,9 +93,9 @@ private slots:
         const auto browser = m_fixture.MakeBrowser();
         browser->AddLibrary(library);
         QSignalSpy downloads(browser.get(), &CAppearanceLibraryBrowserCtrl::OnDownloadAppearance);
-        rightClickRow(*browser, 3);
-        QCOMPARE(offered(openMenu()), QStringList({"Download", "Remove"}));
-        choose("Download");
+        RightClickRow(*browser, 3);
+        QCOMPARE(Offered(OpenMenu()), QStringList({"Download", "Remove Del"}));
+        Choose("Download");
         QCOMPARE(downloads.size(), 1);
         QCOMPARE(downloads[0][0].toString(), QString("d"));
     }
@@ -160,10 +106,10 @@ private slots:
         browser->SelectTableItem("c");
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1));
         QApplication::sendEvent(browser->GetTableWidget(), &event);
-        QVERIFY(openMenu());
+        QVERIFY(OpenMenu());
         const QRect row = browser->GetTableWidget()->visualItemRect(browser->GetTableWidget()->item(2, 1));
-        QVERIFY(row.contains(browser->GetTableWidget()->viewport()->mapFromGlobal(openMenu()->pos())));
-        openMenu()->close();
+        QVERIFY(row.contains(browser->GetTableWidget()->viewport()->mapFromGlobal(OpenMenu()->pos())));
+        OpenMenu()->close();
         QCOMPARE(browser->GetCurSel(), QString("c"));
     }
 
@@ -175,15 +121,15 @@ private slots:
                 [&](kiv::CAppearanceInstancePtr& appearance, const kiv::String& type) {
                     announced.append(QString::fromStdString(appearance->GetId() + " " + type));
                 });
-        rightClickRow(*browser, 1);
-        choose("typeChange");
+        RightClickRow(*browser, 1);
+        Choose("typeChange");
         auto* dialog = openDialog<CChooseTypeDlg>();
         QVERIFY(dialog);
         QCOMPARE(dialog->GetTypeName(), QString("Generic"));
         press(dialog, QDialogButtonBox::Cancel);
         QVERIFY(announced.isEmpty());
-        rightClickRow(*browser, 1);
-        choose("typeChange");
+        RightClickRow(*browser, 1);
+        Choose("typeChange");
         dialog = openDialog<CChooseTypeDlg>();
         QTest::keyClick(dialog->findChild<QComboBox*>(), Qt::Key_End);
         press(dialog, QDialogButtonBox::Ok);
@@ -198,8 +144,8 @@ private slots:
                 [&](const kiv::CAppearanceInstancePtr& appearance, const kiv::String& category) {
                     announced.append(QString::fromStdString(appearance->GetId() + " " + category));
                 });
-        rightClickRow(*browser, 3);
-        choose("addFavorite");
+        RightClickRow(*browser, 3);
+        Choose("addFavorite");
         auto* dialog = openDialog<CFavoriteCategoryDlg>();
         QVERIFY(dialog);
         QCOMPARE(dialog->GetSelectedType(), QString("Wood"));
@@ -211,12 +157,12 @@ private slots:
     {
         const auto browser = m_fixture.MakeBrowserOf("Customer Library");
         QTreeWidget* tree = browser->GetTreeWidget();
-        rightClick(tree, QPoint(30, 10));
-        QCOMPARE(offered(openMenu()), QStringList({"Expand All", "Collapse All"}));
-        choose("Expand All");
+        RightClick(tree, QPoint(30, 10));
+        QCOMPARE(Offered(OpenMenu()), QStringList({"Expand All", "Collapse All"}));
+        Choose("Expand All");
         QVERIFY(TreeItem(*browser, "Wood/Hard/Rare")->isExpanded());
-        rightClick(tree, QPoint(30, 10));
-        choose("Collapse All");
+        RightClick(tree, QPoint(30, 10));
+        Choose("Collapse All");
         QVERIFY(!tree->topLevelItem(0)->isExpanded());
     }
 
@@ -229,8 +175,8 @@ private slots:
         connect(browser.get(), &CAppearanceLibraryBrowserCtrl::OnMaterialLibraryChange,
                 [&](const kiv::String& name) { announced.append(QString::fromStdString(name)); });
         for (const int entry : {1, 0}) {
-            rightClick(browser->GetTreeWidget(), QPoint(30, 10));
-            choose("Choose Library...");
+            RightClick(browser->GetTreeWidget(), QPoint(30, 10));
+            Choose("Choose Library...");
             auto* dialog = openDialog<CChooseLibraryDlg>();
             QVERIFY(dialog);
             auto* combo = dialog->findChild<QComboBox*>();
