@@ -16,17 +16,17 @@ struct ActionKind {
 const ActionKind s_kinds[CAppearanceMenus::ActionCount] = {
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "Download"), SLOT(OnMenuDownloadAppearance()), 0},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "Apply"), SLOT(OnMenuApplyAppearance()), Qt::Key_Enter},
-    {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "copy"), SLOT(OnMenuCopyAppearance()), Qt::CTRL | Qt::Key_C},
+    {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "copy"), SLOT(OnMenuCopyAppearance()), Qt::CTRL + Qt::Key_C},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "addFavorite"), SLOT(OnMenuAddFavoriteAppearance()),
-     Qt::CTRL | Qt::Key_D},
+     Qt::CTRL + Qt::Key_D},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "typeChange"), SLOT(OnMenuAppearanceTypeChange()), 0},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "Rename"), SLOT(OnMenuRenameAppearance()), Qt::Key_F2},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "delete"), SLOT(OnMenuDeleteAppearance()), Qt::Key_Delete},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "Remove"), SLOT(OnMenuRemoveAppearance()), Qt::Key_Delete},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "Export..."), SLOT(OnMenuExportAppearances()),
-     Qt::CTRL | Qt::Key_E},
+     Qt::CTRL + Qt::Key_E},
     {QT_TRANSLATE_NOOP("CAppearanceLibraryBrowserCtrl", "Import..."), SLOT(OnMenuImportAppearances()),
-     Qt::CTRL | Qt::Key_I},
+     Qt::CTRL + Qt::Key_I},
 };
 
 /// Whether a line is drawn before the action, where something is shown above it.

@@ -18,7 +18,7 @@ QTableWidget { background: white; color: black; outline: 0; font-size: 9pt; }
 QTableWidget::item { border: 0; padding-left: 8px; }
 QTableWidget::item:hover { background: #eef4fc; }
 QTableWidget::item:selected { background: #cfe3fa; color: black; }
-QTableWidget::item:focus { border: 1px solid #7fa8d8; }
+QTableWidget::item:focus { border: 1px solid #7fa8d8; padding-left: 7px; }
 )";
 
 const char* const BrowserLook::HeaderStyle = R"(

@@ -35,13 +35,14 @@ void CAppearanceLibraryBrowserCtrl::OnShowAppearanceMenu(const QPoint& position)
     if (!m->isMenuAllowed)
         return;
     QTableWidget* table = m->ui.tableWidget;
-    const QTableWidgetItem* item = table->itemAt(position);
-    if (item && item->row() != table->currentRow())
-        table->setCurrentCell(item->row(), NameColumn, QItemSelectionModel::NoUpdate);
-    if (item && table->selectionMode() == QAbstractItemView::SingleSelection)
-        m->table->SelectClickedRow(item->row());
+    const int row = table->itemAt(position) ? table->rowAt(position.y()) : -1;
+    const QString id = m->table->IdOf(row);
+    if (row >= 0 && row != table->currentRow())
+        table->setCurrentCell(row, NameColumn, QItemSelectionModel::NoUpdate);
     // The receiver of the announcement may have changed the table.
-    const QString id = item ? m->table->IdOf(table->currentRow()) : QString();
+    const int now = m->rowOf(id);
+    if (now >= 0 && table->selectionMode() == QAbstractItemView::SingleSelection)
+        m->table->SelectClickedRow(now);
     m->openMenu(m->targetsAt(id), table->viewport()->mapToGlobal(position));
 }
 
