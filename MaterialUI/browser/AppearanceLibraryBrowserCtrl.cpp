@@ -116,11 +116,6 @@ void CAppearanceLibraryBrowserCtrl::currentItemChanged(QTableWidgetItem* current
 {
     if (m->silent > 0 || !current || current == previous)
         return;
-    if (current->column() == PictureColumn) {
-        // Typing a name looks in the current column.
-        const Private::Silence silence(*m);
-        m->ui.tableWidget->setCurrentCell(current->row(), NameColumn, QItemSelectionModel::NoUpdate);
-    }
     if (!previous || previous->row() != current->row())
         m->announce(m->table->IdOf(current->row()));
 }
@@ -131,6 +126,7 @@ void CAppearanceLibraryBrowserCtrl::OnSelectItem(QTableWidgetItem* item)
         return;
     if (item->column() == PictureColumn)
         m->table->SelectClickedRow(item->row());
+    m->leavePictureColumn();
     const QString id = m->table->IdOf(item->row());
     if (!m->isAnnounced(id))
         m->announce(id);

@@ -272,6 +272,7 @@ bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, 
         return false;
     case QEvent::KeyPress:
         isPressed = false;
+        leavePictureColumn();
         return keyEvent(view, static_cast<QKeyEvent&>(event).key());
     case QEvent::ShortcutOverride:
         prepareShortcut(static_cast<QKeyEvent&>(event));
@@ -284,6 +285,16 @@ bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, 
     default:
         return false;
     }
+}
+
+// Typing a name looks in the current column. Not done as the cell becomes current: the view still reads what the change
+// of the current cell would free.
+void CAppearanceLibraryBrowserCtrl::Private::leavePictureColumn()
+{
+    if (ui.tableWidget->currentColumn() != PictureColumn)
+        return;
+    const Silence silence(*this);
+    ui.tableWidget->setCurrentCell(ui.tableWidget->currentRow(), NameColumn, QItemSelectionModel::NoUpdate);
 }
 
 bool CAppearanceLibraryBrowserCtrl::Private::keyEvent(QAbstractItemView& view, int key)

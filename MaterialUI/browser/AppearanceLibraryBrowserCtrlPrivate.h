@@ -100,6 +100,7 @@ struct CAppearanceLibraryBrowserCtrl::Private {
 
     // ---- events of the two views; true when they are done with
     bool viewEvent(QAbstractItemView& view, QEvent& event);
+    void leavePictureColumn();
     bool keyEvent(QAbstractItemView& view, int key);
     bool returnPressed(const QAbstractItemView& view);
 
