@@ -1,6 +1,6 @@
 #include "LoadingProgress.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QProgressBar>
 #include <QProgressDialog>
 
@@ -30,8 +30,13 @@ CLoadingProgress::~CLoadingProgress()
 {
     if (!m_dialog)
         return;
+    const bool isActive = !QApplication::activeWindow() || m_dialog->isActiveWindow();
+    QWidget* owner = m_dialog->parentWidget()->window();
     m_dialog->hide();
     m_dialog->deleteLater();
+    // A window manager that had no time to see the dialog come would leave the keyboard with nobody.
+    if (isActive && owner->isVisible())
+        owner->activateWindow();
 }
 
 // The value goes to the bar itself: the dialog's own operation would process events each time.

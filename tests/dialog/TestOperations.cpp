@@ -12,6 +12,7 @@
 #include <SpinBoxCtrl.h>
 
 #include <QDialogButtonBox>
+#include <QEventLoop>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -51,6 +52,9 @@ public:
     explicit Answered(QMessageBox::StandardButton button)
         : m_meeting(
               [this, button](QMessageBox& box) {
+                  // Closed before the window manager knows it, it would leave nobody active.
+                  if (!box.isActiveWindow() || !box.button(button))
+                      return;
                   text = box.text();
                   ++count;
                   QTest::mouseClick(box.button(button), Qt::LeftButton);
@@ -402,11 +406,14 @@ private:
 
     static QTableWidget* table(const CAppearanceLibraryBrowserCtrl* browser) { return browser->GetTableWidget(); }
 
+    // Whatever was open before may still be active.
     void press(const CAppearanceLibraryBrowserCtrl* browser, const QString& id, Qt::Key key,
                Qt::KeyboardModifiers modifiers = {}) const
     {
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
         m_dialog->clickRow(browser, id);
         table(browser)->setFocus();
+        QTRY_VERIFY(table(browser)->hasFocus());
         QTest::keyClick(table(browser), key, modifiers);
     }
 
@@ -415,7 +422,6 @@ private:
         press(browser, id, Qt::Key_C, Qt::ControlModifier);
     }
 
-    // A message box that was there before may still be active.
     void undoByKey() const
     {
         QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
@@ -428,8 +434,14 @@ private:
     {
         press(m_dialog->project(), id, Qt::Key_D, Qt::ControlModifier);
         auto* dialog = qobject_cast<CFavoriteCategoryDlg*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+        QVERIFY(dialog && QTest::qWaitForWindowActive(dialog));
+        // From within an event loop, as clicks come: what follows may open a box, and the chooser outlives that.
+        QEventLoop loop;
+        QTimer::singleShot(0, dialog, [&] {
+            QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+            loop.quit();
+        });
+        loop.exec();
     }
 
     void changeType(const QString& id, const char* type) const
