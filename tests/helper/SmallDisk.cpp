@@ -26,18 +26,27 @@ void limitFiles(rlim_t bytes)
     setrlimit(RLIMIT_FSIZE, &limit);
 }
 
+void tell(const char* file, const QByteArray& text)
+{
+    QFile map(QStringLiteral("/proc/self/") + file);
+    if (map.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        map.write(text);
+}
+
 }  // namespace
 
 void SmallDisk::Prepare()
 {
     std::signal(SIGXFSZ, SIG_IGN);
     const QByteArray user = QByteArray::number(getuid());
+    const QByteArray group = QByteArray::number(getgid());
     if (unshare(CLONE_NEWNS) != 0) {
         if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
             return;
-        QFile map(QStringLiteral("/proc/self/uid_map"));
-        if (map.open(QIODevice::WriteOnly))
-            map.write(user + ' ' + user + " 1");
+        // Who is not mapped can make no file.
+        tell("uid_map", user + ' ' + user + " 1");
+        tell("setgroups", "deny");
+        tell("gid_map", group + ' ' + group + " 1");
     }
     mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
 }
