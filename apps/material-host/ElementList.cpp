@@ -62,6 +62,19 @@ void ElementList::addElement(QTreeWidgetItem* group, const BuildingElement& elem
     m_items.insert(element.id, item);
 }
 
+QModelIndex ElementList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // A view that gets the keyboard moves to its first entry, which nobody has chosen.
+    if (action == MoveNext && !currentIndex().isValid())
+        return {};
+    const QModelIndex next = QTreeWidget::moveCursor(action, modifiers);
+    if (!next.isValid() || !idOf(itemFromIndex(next)).isEmpty())
+        return next;
+    const bool isUpwards = action == MoveUp || action == MovePageUp || action == MovePrevious || action == MoveLeft;
+    const QModelIndex beyond = isUpwards ? indexAbove(next) : indexBelow(next);
+    return beyond.isValid() ? beyond : currentIndex();
+}
+
 void ElementList::select(const QString& elementId)
 {
     const QSignalBlocker quiet(this);

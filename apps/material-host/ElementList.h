@@ -24,6 +24,10 @@ signals:
     void elementSelected(const QString& elementId);
     void elementActivated(const QString& elementId);
 
+protected:
+    /// Keys pass over the headings of groups.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+
 private:
     QTreeWidgetItem* addGroup(const BuildingGroup& group);
     void addElement(QTreeWidgetItem* group, const BuildingElement& element);
