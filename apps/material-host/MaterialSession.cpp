@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QScreen>
 #include <QTableWidget>
+#include <QTreeWidget>
 
 #include <utility>
 
@@ -37,8 +38,10 @@ void MaterialSession::connectDialog()
     connect(m_dialog, SIGNAL(deleted(const kiv::CAppearanceInstancePtr&)), this,
             SLOT(onDeleted(const kiv::CAppearanceInstancePtr&)));
     connect(m_dialog, SIGNAL(finished(int)), this, SLOT(onFinished(int)));
-    for (const auto* browser : m_dialog->findChildren<CAppearanceLibraryBrowserCtrl*>())
+    for (const auto* browser : m_dialog->findChildren<CAppearanceLibraryBrowserCtrl*>()) {
         browser->GetTableWidget()->viewport()->installEventFilter(this);
+        browser->GetTreeWidget()->viewport()->installEventFilter(this);
+    }
 }
 
 void MaterialSession::selectInDialog(const CAppearanceInstancePtr& material)
