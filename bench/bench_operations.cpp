@@ -98,9 +98,10 @@ void collect(benchmark::State& state, int count)
 
 void add(const char* name, void (*function)(benchmark::State&, int), int count)
 {
-    benchmark::RegisterBenchmark((name + std::to_string(count)).c_str(), [=](benchmark::State& state) {
-        function(state, count);
-    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((name + std::to_string(count)).c_str(),
+                                 [=](benchmark::State& state) { function(state, count); })
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(20);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <kiv/system/StoredPath.h>
 
+#include <QDateTime>
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
@@ -12,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QUrl>
@@ -56,6 +58,23 @@ QString draggedFile(const QDropEvent& event)
     return CMaterialHelper::CheckTextureFileValidity(file) ? file : QString();
 }
 
+// The panel is made anew with every selection, and decoding a picture takes longer than all the rest of it.
+QPixmap knownThumbnail(const QString& path)
+{
+    const QFileInfo file(kiv::system::NativePath(path));
+    const QString key = QStringLiteral("thumbnail:%1:%2:%3")
+                            .arg(file.lastModified().toMSecsSinceEpoch())
+                            .arg(file.size())
+                            .arg(file.filePath());
+    QPixmap thumbnail;
+    if (path.isEmpty() || QPixmapCache::find(key, &thumbnail))
+        return thumbnail;
+    thumbnail = CMaterialHelper::GetTextureIcon(path);
+    if (!thumbnail.isNull())
+        QPixmapCache::insert(key, thumbnail);
+    return thumbnail;
+}
+
 // Large pictures are shown from a small copy, which is only needed until it is read.
 QPixmap scaledThumbnail(const QString& path)
 {
@@ -80,7 +99,7 @@ CImagePreviewerCtrl::CImagePreviewerCtrl(QWidget* parent) : QWidget(parent)
 
 void CImagePreviewerCtrl::SetImage(const QString& path)
 {
-    display(path, CMaterialHelper::GetTextureIcon(path));
+    display(path, knownThumbnail(path));
 }
 
 void CImagePreviewerCtrl::display(const QString& path, const QPixmap& thumbnail)
