@@ -189,7 +189,7 @@ void CDavDownload::Confirm()
 
 void CDavDownload::Keep()
 {
-    if (!m_file.commit())
+    if (!m_file.flush() || !m_file.commit())
         return m_answer->Fail(QNetworkReply::UnknownContentError);
     m_session->LearnFile(m_id, m_received);
     m_answer->Finish({});

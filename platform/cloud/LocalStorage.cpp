@@ -220,7 +220,7 @@ void CLocalStorage::Download(const QString& id, const QString& localPath, const 
     auto* copy = new CFileCopy(PathOf(id), std::move(saved), CFileCopy::EDirection::Down, answer);
     copy->setParent(m_copies.data());
     copy->Start([=, self = shared_from_this()](bool isWhole, QNetworkReply::NetworkError error) {
-        if (isWhole && target->commit())
+        if (isWhole && target->flush() && target->commit())
             return answer->Finish({});
         Discard(*target);
         answer->Fail(error);

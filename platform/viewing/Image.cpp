@@ -58,7 +58,7 @@ bool CImage::SaveToFile(const std::wstring& path) const
     QImageWriter writer(&file, format);
     if (format == "jpeg")
         writer.setQuality(95);
-    return writer.write(image) && file.commit();
+    return writer.write(image) && file.flush() && file.commit();
 }
 
 }  // namespace kiv

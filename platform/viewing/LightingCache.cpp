@@ -144,7 +144,7 @@ void save(const QString& path, CEnvironmentLighting& lighting)
     file.write(reinterpret_cast<const char*>(&header), sizeof header);
     for (const Bytes& part : parts)
         file.write(part.data, static_cast<qint64>(part.length));
-    if (file.commit())
+    if (file.flush() && file.commit())
         removeOld(QFileInfo(path).dir());
 }
 
