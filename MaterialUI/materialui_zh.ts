@@ -2,6 +2,39 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CAppearanceExchange</name>
+    <message numerus="yes">
+        <source>%n 个贴图文件找不到，未能一同导出</source>
+        <translation>
+            <numerusform>%n 个贴图文件找不到，未能一同导出</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>请稍等</source>
+        <translation>请稍等</translation>
+    </message>
+    <message>
+        <source>正在导出材质......</source>
+        <translation>正在导出材质......</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>材质</source>
+        <translation>材质</translation>
+    </message>
+    <message>
+        <source>正在导入材质......</source>
+        <translation>正在导入材质......</translation>
+    </message>
+    <message>
+        <source>既不是材质归档 (.ggm)，也不是材质文档 (.json)</source>
+        <translation>既不是材质归档 (.ggm)，也不是材质文档 (.json)</translation>
+    </message>
+</context>
+<context>
     <name>CAppearanceHeading</name>
     <message>
         <source>应用</source>
@@ -101,6 +134,22 @@
     <message>
         <source>我的材质</source>
         <translation>我的材质</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <translation>导出...</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <translation>导入...</translation>
     </message>
 </context>
 <context>
@@ -343,6 +392,14 @@
         <source>取消</source>
         <translation>取消</translation>
     </message>
+    <message>
+        <source>收藏文件夹不可用：%1</source>
+        <translation>收藏文件夹不可用：%1</translation>
+    </message>
+    <message>
+        <source>%1 个收藏无法读取</source>
+        <translation>%1 个收藏无法读取</translation>
+    </message>
 </context>
 <context>
     <name>CImageCtrl</name>
@@ -387,6 +444,10 @@
         <source>该材质已经被收藏过了！</source>
         <translation>该材质已经被收藏过了！</translation>
     </message>
+    <message>
+        <source>收藏失败：%1</source>
+        <translation>收藏失败：%1</translation>
+    </message>
 </context>
 <context>
     <name>CMaterialLibraryForm</name>
@@ -412,6 +473,62 @@
     <message>
         <source>系统文件夹不完整,收藏功能不可用！</source>
         <translation>系统文件夹不完整,收藏功能不可用！</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>项目的材质库已不存在，操作无法完成。</source>
+        <translation>项目的材质库已不存在，操作无法完成。</translation>
+    </message>
+    <message>
+        <source>材质库中没有此类型，无法转换。</source>
+        <translation>材质库中没有此类型，无法转换。</translation>
+    </message>
+    <message>
+        <source>导出材质</source>
+        <translation>导出材质</translation>
+    </message>
+    <message>
+        <source>导出时出现问题：</source>
+        <translation>导出时出现问题：</translation>
+    </message>
+    <message>
+        <source>材质归档 (*.ggm)</source>
+        <translation>材质归档 (*.ggm)</translation>
+    </message>
+    <message>
+        <source>导入材质</source>
+        <translation>导入材质</translation>
+    </message>
+    <message>
+        <source>材质 (*.ggm *.json)</source>
+        <translation>材质 (*.ggm *.json)</translation>
+    </message>
+    <message>
+        <source>以下文件未能导入：</source>
+        <translation>以下文件未能导入：</translation>
+    </message>
+    <message numerus="yes">
+        <source>有 %n 个构件正在使用此材质。</source>
+        <translation>
+            <numerusform>有 %n 个构件正在使用此材质。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>删除后无法撤销。</source>
+        <translation>删除后无法撤销。</translation>
+    </message>
+    <message>
+        <source>确定要删除吗？</source>
+        <translation>确定要删除吗？</translation>
+    </message>
+    <message numerus="yes">
+        <source>确定要从我的材质中移除这 %n 个材质吗？移除后无法撤销。</source>
+        <translation>
+            <numerusform>确定要从我的材质中移除这 %n 个材质吗？移除后无法撤销。</numerusform>
+        </translation>
     </message>
 </context>
 <context>
