@@ -288,6 +288,11 @@ void CMaterialLibraryWidget::Private::show(const kiv::CAppearanceInstancePtr& ap
     form.heading->ShowAppearance(appearance);
     form.editor->SetAppearance(appearance);
     form.editor->setEnabled(appearance->GetEditType() >= 1);
+    // What the editor has built comes behind the button otherwise.
+    QWidget* last = form.applyButton->window()->previousInFocusChain();
+    while (last->focusPolicy() == Qt::NoFocus)
+        last = last->previousInFocusChain();
+    QWidget::setTabOrder(last, form.applyButton);
 }
 
 // The same object with other values.

@@ -79,6 +79,7 @@ void CFavoriteCategoryDlg::SetSelectedType(QString name)
             id = i;
     }
     m_buttons[id]->setChecked(true);
+    m_buttons[id]->setFocus();  // for the arrow keys, which choose only from here on
     onTypeSelected();
 }
 
