@@ -122,17 +122,30 @@ QImage DialogTour::drawing(MainWindow& window) const
 QPoint DialogTour::pointOn(const QWidget& view, const QString& elementId,
                            const std::function<QString(const QPoint&)>& elementAt)
 {
-    for (int y = 12; y < view.height(); y += 6)
-        for (int x = 12; x < view.width(); x += 6)
-            if (QApplication::widgetAt(view.mapToGlobal({x, y})) == &view && elementAt({x, y}) == elementId &&
-                elementAt({x, y + 8}) == elementId)
-                return {x, y + 4};
+    constexpr int step = 12;
+    const auto shows = [&](const QPoint& point) {
+        return QApplication::widgetAt(view.mapToGlobal(point)) == &view && elementAt(point) == elementId;
+    };
+    for (int y = step; y < view.height(); y += step)
+        for (int x = step; x < view.width(); x += step)
+            if (shows({x, y}) && shows({x - step, y - step}) && shows({x + step, y + step}))
+                return {x, y};
     throw TourFailure("the element " + elementId + " is not to be seen");
 }
 
 void DialogTour::awaitOpen() const
 {
     await([] { return openDialog(); }, "the material library opens");
+    awaitActive(dialog());
+}
+
+void DialogTour::awaitFavorites() const
+{
+    const auto loaded = [this] {
+        const auto favorites = m_library.GetMaterialManager()->FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
+        return favorites && favorites->count() > 0 && !QApplication::activeModalWidget();
+    };
+    await(loaded, "the favourites are loaded");
     awaitActive(dialog());
 }
 

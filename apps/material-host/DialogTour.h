@@ -29,6 +29,8 @@ protected:
     static QString idOf(const kiv::CAppearanceInstancePtr& material);
 
     void awaitOpen() const;
+    /// The progress dialog of loading them comes up a little after the dialog has opened.
+    void awaitFavorites() const;
     /// The project library, byte for byte.
     Documents projectLibrary() const;
     /// The elevation with all its textures.

@@ -2,7 +2,9 @@
 
 #include "CloudTour.h"
 #include "EditTour.h"
+#include "KeyboardTour.h"
 #include "MainWindow.h"
+#include "OperationsTour.h"
 #include "SpaceTour.h"
 #include "TourChecks.h"
 #include "TourInput.h"
@@ -75,9 +77,13 @@ int HostTour::run()
                                 {"whole-building", [this] { wholeBuilding(); }}};
     m_space = std::make_unique<SpaceTour>(m_library, m_tour, m_window);
     m_edit = std::make_unique<EditTour>(m_library, m_tour, m_window);
+    m_operations = std::make_unique<OperationsTour>(m_library, m_tour, m_window);
+    m_keyboard = std::make_unique<KeyboardTour>(m_library, m_tour, m_window);
     m_cloud = std::make_unique<CloudTour>(m_library, m_options, m_tour, m_window);
     m_space->addSteps(steps);
     m_edit->addSteps(steps);
+    m_operations->addSteps(steps);
+    m_keyboard->addSteps(steps);
     m_cloud->addSteps(steps);
     keepPart(steps);
     return m_tour.run(steps);
@@ -359,9 +365,7 @@ QStringList HostTour::shownNames() const
 
 QImage HostTour::drawing()
 {
-    m_window->elevation().drawing();  // asks for the textures that it needs
-    await([this] { return m_window->textures().isIdle(); }, "the textures are there");
-    return m_window->elevation().drawing();
+    return DialogTour::drawing(*m_window);
 }
 
 QImage HostTour::drawing(const QString& elementId)

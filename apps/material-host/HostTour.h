@@ -12,7 +12,9 @@
 
 class CloudTour;
 class EditTour;
+class KeyboardTour;
 class MainWindow;
+class OperationsTour;
 class SpaceTour;
 
 /// The guided tour through the host's main job: from the start of the program to a project that is saved and opened
@@ -26,8 +28,6 @@ public:
     int run();
 
 private:
-    using Documents = QMap<QString, std::string>;  // by element
-
     void keepPart(std::vector<TourStep>& steps) const;
     void start();
     void selectElement();
@@ -56,7 +56,7 @@ private:
     QStringList shownNames() const;
     QImage drawing();
     QImage drawing(const QString& elementId);
-    Documents documents() const;
+    Documents documents() const;  // by element
 
     HostOptions m_options;
     Tour m_tour;
@@ -70,5 +70,7 @@ private:
     Documents m_documentsSaved;
     std::unique_ptr<SpaceTour> m_space;
     std::unique_ptr<EditTour> m_edit;
+    std::unique_ptr<OperationsTour> m_operations;
+    std::unique_ptr<KeyboardTour> m_keyboard;
     std::unique_ptr<CloudTour> m_cloud;
 };

@@ -44,17 +44,16 @@ QPoint reachable(QAbstractItemView& view, const QModelIndex& index)
 }
 
 /// Answers modal windows from within whatever event loop runs: what opens one does not return before it is closed, and
-/// a wait in here would keep that very loop from going on.
+/// a wait in here would keep that very loop from going on. An answer may itself open the next one.
 class ModalAnswers {
 public:
     explicit ModalAnswers(const std::vector<TourInput::Answer>& answers)
         : m_answers(answers), m_before(QApplication::activeModalWidget())
     {
-        QObject::connect(&m_look, &QTimer::timeout, [this] { look(); });
-        m_look.start(20);
+        lookSoon();
         m_since.start();
     }
-    bool isDone() const { return m_failure || m_next == m_answers.size(); }
+    bool isDone() const { return m_running == 0 && (m_failure || m_next == m_answers.size()); }
     void rethrow() const
     {
         if (m_failure)
@@ -62,8 +61,16 @@ public:
     }
 
 private:
+    // Not a repeating timer: one does not go off while what it called runs.
+    void lookSoon()
+    {
+        QTimer::singleShot(20, &m_context, [this] { look(); });
+    }
     void look()
     {
+        if (m_failure)
+            return;
+        lookSoon();
         QWidget* modal = QApplication::activeModalWidget();
         const bool ready = modal && modal != m_before && modal->isActiveWindow() && modal->windowHandle()->isExposed();
         if (m_since.elapsed() > TourChecks::LimitMs)
@@ -74,27 +81,27 @@ private:
     void answer(QWidget& modal)
     {
         m_before = &modal;
-        m_answers[m_next](modal);
-        ++m_next;
         m_since.start();
+        m_answers[m_next++](modal);
     }
     void attempt(const std::function<void()>& act)
     {
-        m_look.stop();
+        ++m_running;
         try {
             act();
-            m_look.start();
         } catch (const TourFailure&) {
             m_failure = std::current_exception();
             if (QWidget* left = QApplication::activeModalWidget())
                 left->close();
         }
+        --m_running;
     }
 
     const std::vector<TourInput::Answer>& m_answers;
     std::size_t m_next = 0;
+    int m_running = 0;
     QPointer<QWidget> m_before;
-    QTimer m_look;
+    QObject m_context;
     QElapsedTimer m_since;
     std::exception_ptr m_failure;
 };
@@ -107,15 +114,15 @@ void TourInput::hover(QWidget& widget, const QPoint& point)
     QTest::mouseMove(widget.window()->windowHandle(), place);
 }
 
-void TourInput::click(QWidget& widget, const QPoint& point)
+void TourInput::click(QWidget& widget, const QPoint& point, Qt::KeyboardModifiers modifiers)
 {
     hover(widget, point);
     const QPoint place = reach(widget, point);
     const QPointer<QWindow> window = widget.window()->windowHandle();
-    QTest::mousePress(window, Qt::LeftButton, {}, place);
+    QTest::mousePress(window, Qt::LeftButton, modifiers, place);
     // The press may have closed the window; the button then comes up over whatever lies below.
     if (window)
-        QTest::mouseRelease(window, Qt::LeftButton, {}, place);
+        QTest::mouseRelease(window, Qt::LeftButton, modifiers, place);
     else if (QWindow* below = QGuiApplication::topLevelAt(s_pointer))
         QTest::mouseRelease(below, Qt::LeftButton, {}, below->mapFromGlobal(s_pointer));
 }
@@ -142,9 +149,20 @@ void TourInput::drag(QWidget& widget, const QPoint& from, const QPoint& to)
     QTest::mouseRelease(window, Qt::LeftButton, {}, reach(widget, to));
 }
 
-void TourInput::clickItem(QAbstractItemView& view, const QModelIndex& index)
+void TourInput::clickItem(QAbstractItemView& view, const QModelIndex& index, Qt::KeyboardModifiers modifiers)
 {
-    click(*view.viewport(), reachable(view, index));
+    click(*view.viewport(), reachable(view, index), modifiers);
+}
+
+void TourInput::rightClick(QWidget& widget, const QPoint& point)
+{
+    hover(widget, point);
+    QTest::mouseClick(widget.window()->windowHandle(), Qt::RightButton, {}, reach(widget, point));
+}
+
+void TourInput::rightClickItem(QAbstractItemView& view, const QModelIndex& index)
+{
+    rightClick(*view.viewport(), reachable(view, index));
 }
 
 void TourInput::choose(QComboBox& box, int row)
@@ -165,6 +183,43 @@ void TourInput::choose(QComboBox& box, int row)
         return !list.isVisible();
     };
     TourChecks::await(chosen, "the list of the combo box closes");
+}
+
+// What is chosen may run an event loop of its own, below the one in which the menu is looked for.
+void TourInput::inMenu(const std::function<void()>& open, const std::function<void(QMenu& menu)>& choose)
+{
+    std::exception_ptr failure;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu || !menu->windowHandle()->isExposed())
+            return;
+        look.stop();
+        try {
+            choose(*menu);
+        } catch (const TourFailure&) {
+            failure = std::current_exception();
+            menu->close();
+        }
+    });
+    look.start(20);
+    open();
+    TourChecks::await([&] { return !look.isActive() && !QApplication::activePopupWidget(); }, "the menu closes");
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+void TourInput::clickEntry(QMenu& menu, const QString& text)
+{
+    for (QAction* action : menu.actions()) {
+        // Beside the text there may be a shortcut and the mark of a mnemonic.
+        const QString shown = action->text().remove('&').section('\t', 0, 0);
+        if (action->isVisible() && shown == text) {
+            TourChecks::expect(action->isEnabled(), "the menu's entry " + text + " can be chosen");
+            return click(menu, menu.actionGeometry(action).center());
+        }
+    }
+    throw TourFailure("the menu has no entry " + text);
 }
 
 // The menu has the event loop until it closes.
@@ -225,4 +280,9 @@ void TourInput::answerModals(const std::function<void()>& open, const std::vecto
 QPoint TourInput::pointer()
 {
     return s_pointer;
+}
+
+void TourInput::pointTo(const QPoint& globalPoint)
+{
+    s_pointer = globalPoint;
 }

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QMenu>
 #include <QPoint>
 #include <QToolButton>
 #include <QWidget>
@@ -14,17 +15,24 @@
 namespace TourInput {
 
 void hover(QWidget& widget, const QPoint& point);
-void click(QWidget& widget, const QPoint& point);
+void click(QWidget& widget, const QPoint& point, Qt::KeyboardModifiers modifiers = {});
 void click(QWidget& widget);
 void doubleClick(QWidget& widget, const QPoint& point);
 /// With the left button.
 void drag(QWidget& widget, const QPoint& from, const QPoint& to);
-void clickItem(QAbstractItemView& view, const QModelIndex& index);
+void clickItem(QAbstractItemView& view, const QModelIndex& index, Qt::KeyboardModifiers modifiers = {});
 /// Opens the combo box and clicks the entry.
 void choose(QComboBox& box, int row);
 
 /// Opens the button's menu and clicks the entry.
 void chooseFromMenu(QToolButton& button, int entry);
+
+/// Does something that opens a context menu. `choose` is called once that is in front, and has to close it.
+void inMenu(const std::function<void()>& open, const std::function<void(QMenu& menu)>& choose);
+void rightClick(QWidget& widget, const QPoint& point);
+void rightClickItem(QAbstractItemView& view, const QModelIndex& index);
+/// Clicks the entry that bears the text.
+void clickEntry(QMenu& menu, const QString& text);
 
 /// Presses the key in the window that has the keyboard.
 void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -44,5 +52,6 @@ void answerModals(const std::function<void()>& open, const std::vector<Answer>& 
 
 /// Where the mouse is, on the screen.
 QPoint pointer();
+void pointTo(const QPoint& globalPoint);
 
 }  // namespace TourInput
