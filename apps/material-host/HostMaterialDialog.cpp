@@ -12,12 +12,10 @@ HostMaterialDialog::HostMaterialDialog(kiv::CMaterialLibrary& library, CloudAcco
     SetLoginCallback(&account);
 }
 
-// The argument may be the browser's own, which the work of the base lets go of.
 void HostMaterialDialog::AppearanceDeletedFunc(const kiv::CAppearanceInstancePtr& appearance)
 {
-    const kiv::CAppearanceInstancePtr material = appearance;
-    CMaterialLibraryWidget::AppearanceDeletedFunc(material);
-    emit deleted(material);
+    CMaterialLibraryWidget::AppearanceDeletedFunc(appearance);
+    emit deleted(appearance);
 }
 
 int HostMaterialDialog::CountAppearanceUses(const kiv::CAppearanceInstancePtr& appearance)
