@@ -270,6 +270,10 @@ bool CAppearanceLibraryBrowserCtrl::Private::viewEvent(QAbstractItemView& view, 
         isPressed = true;
         announcedByPress.clear();
         return false;
+    case QEvent::FocusIn:
+        // The view would make its first row current, and who only comes past with Tab would have chosen it.
+        view.viewport()->update();
+        return !view.currentIndex().isValid();
     case QEvent::KeyPress:
         isPressed = false;
         leavePictureColumn();
