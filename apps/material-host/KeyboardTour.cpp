@@ -20,7 +20,6 @@
 #include <QTreeWidget>
 
 using kiv::CAppearanceInstancePtr;
-using TourChecks::await;
 using TourChecks::awaitActive;
 using TourChecks::awaitSettled;
 using TourChecks::expect;
@@ -95,6 +94,8 @@ void KeyboardTour::goThrough()
         passed.append(QApplication::focusWidget()->objectName());
         TourInput::press(Qt::Key_Tab);
     }
+    expect(m_window->drawnMaterial(Wall) == m_window->document().materialOf(Wall),
+           "coming past a row does not choose it");
     expect(reached == stations, "Tab leads through the parts in their order: " + passed.join(", "));
 }
 
