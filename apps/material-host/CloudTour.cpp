@@ -30,7 +30,6 @@ using TourChecks::part;
 namespace {
 
 const QString Wall = QStringLiteral("ground-wall");
-constexpr int FavoriteCount = 8;  // those that the tour began with, and one more
 
 }  // namespace
 
@@ -79,7 +78,7 @@ void CloudTour::logIn()
 void CloudTour::collect()
 {
     showCategory("Stone");
-    clickMaterial(systemMaterial("Ashlar masonry"));
+    clickMaterial(systemMaterial("Green marble"));
     const int before = filesIn(m_options.profile + "/Favorite Library", ".json").size();
     TourInput::answerModals([this] { TourInput::click(part<QToolButton>(browser("SystemLibrary"), "collectButton")); },
                             {[this](QWidget& chooser) {
@@ -88,9 +87,10 @@ void CloudTour::collect()
                                 TourInput::click(*chooser.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok));
                             }});
     awaitActive(dialog());
-    expect(filesIn(m_options.profile + "/Favorite Library", ".json").size() == before + 1, "the favourite is stored");
+    m_count = filesIn(m_options.profile + "/Favorite Library", ".json").size();
+    expect(m_count == before + 1, "the favourite is stored");
     showFavorites();
-    expect(favoriteRows() == FavoriteCount, "it is listed with the others");
+    expect(favoriteRows() == m_count, "it is listed with the others");
     awaitSettled(dialog());
 }
 
@@ -102,7 +102,7 @@ void CloudTour::synchronise()
     await([this] { return countsText().isEmpty(); }, "everything was sent");
     await([this] { return areAllMarked(); }, "every favourite has the cloud's mark");
     const Files there = filesIn(m_cloud.folder() + "/KIV/JsonFiles", ".json");
-    expect(there.size() == FavoriteCount && there == filesIn(m_options.profile + "/Favorite Library", ".json"),
+    expect(there.size() == m_count && there == filesIn(m_options.profile + "/Favorite Library", ".json"),
            "the cloud has every favourite as it is");
     expect(filesIn(m_cloud.folder() + "/KIV/TextureFiles", {}) == filesIn(m_options.profile + "/UserLib Textures", {}),
            "and its texture");
@@ -127,7 +127,7 @@ void CloudTour::openSecondProfile()
     awaitActive(*m_secondWindow);
     openLibrary(*m_secondWindow);
     showFavorites();
-    await([this] { return favoriteRows() == FavoriteCount; }, "the favourites come from the cloud");
+    await([this] { return favoriteRows() == m_count; }, "the favourites come from the cloud");
     expect(filesIn(options.profile + "/Favorite Library", ".json") ==
                filesIn(m_options.profile + "/Favorite Library", ".json"),
            "they are the same to the last byte");
@@ -140,7 +140,7 @@ void CloudTour::lookThroughFavorites(const QString& profile) const
 {
     TourInput::clickItem(*browser("SystemLibrary").GetTableWidget(),
                          browser("SystemLibrary").GetTableWidget()->model()->index(0, 1));
-    for (int row = 1; row < FavoriteCount; ++row) {
+    for (int row = 1; row < m_count; ++row) {
         TourInput::press(Qt::Key_Down);
         awaitSettled(dialog());
     }

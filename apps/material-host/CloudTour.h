@@ -46,6 +46,7 @@ private:
     Tour& m_tour;
     const std::unique_ptr<MainWindow>& m_window;
     TourCloud m_cloud;
+    int m_count = 0;  // of favourites
     QTemporaryDir m_secondProfile;
     std::unique_ptr<kiv::CMaterialLibrary> m_secondLibrary;
     std::unique_ptr<MainWindow> m_secondWindow;
