@@ -104,8 +104,7 @@ void CloudTour::synchronise()
     const Files there = filesIn(m_cloud.folder() + "/KIV/JsonFiles", ".json");
     expect(there.size() == m_count && there == filesIn(m_options.profile + "/Favorite Library", ".json"),
            "the cloud has every favourite as it is");
-    expect(filesIn(m_cloud.folder() + "/KIV/TextureFiles", {}) == filesIn(m_options.profile + "/UserLib Textures", {}),
-           "and its texture");
+    expect(filesIn(m_cloud.folder() + "/KIV/TextureFiles", {}) == favoriteTextures(), "and its texture");
     awaitSettled(dialog());
 }
 
@@ -144,7 +143,7 @@ void CloudTour::lookThroughFavorites(const QString& profile) const
         TourInput::press(Qt::Key_Down);
         awaitSettled(dialog());
     }
-    const Files textures = filesIn(m_options.profile + "/UserLib Textures", {});
+    const Files textures = favoriteTextures();
     await([&] { return filesIn(profile + "/UserLib Textures", {}) == textures; }, "the textures come, too");
     awaitSettled(dialog());
 }
@@ -217,6 +216,17 @@ bool CloudTour::areAllMarked() const
     return system.GetTableWidget()->item(0, PictureColumn)->data(CloudRole).toBool() &&
            std::all_of(library->begin(), library->end(),
                        [](const auto& entry) { return entry.second->GetCloudFlag(); });
+}
+
+/// The pictures that the favourites name. Others lie beside them: what was unpacked for an import stays there.
+CloudTour::Files CloudTour::favoriteTextures() const
+{
+    const QByteArrayList documents = filesIn(m_options.profile + "/Favorite Library", ".json").values();
+    const QByteArray texts = documents.join();
+    Files textures = filesIn(m_options.profile + "/UserLib Textures", {});
+    for (auto it = textures.begin(); it != textures.end();)
+        it = texts.contains(it.key().toUtf8()) ? it + 1 : textures.erase(it);
+    return textures;
 }
 
 CloudTour::Files CloudTour::filesIn(const QString& folder, const QString& suffix)

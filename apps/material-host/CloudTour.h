@@ -40,6 +40,7 @@ private:
     QString countsText() const;
     int favoriteRows() const;
     bool areAllMarked() const;
+    Files favoriteTextures() const;
     static Files filesIn(const QString& folder, const QString& suffix);
 
     HostOptions& m_options;
