@@ -1,0 +1,49 @@
+#include "MessageBoxes.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QPointer>
+
+namespace {
+
+struct ButtonText {
+    QMessageBox::StandardButton button;
+    const char* text;
+};
+
+// Qt has its own in another translation, which a host may not load.
+const ButtonText buttonTexts[] = {
+    {QMessageBox::Yes, QT_TRANSLATE_NOOP("MessageBoxes", "&Yes")},
+    {QMessageBox::No, QT_TRANSLATE_NOOP("MessageBoxes", "&No")},
+    {QMessageBox::Ok, QT_TRANSLATE_NOOP("MessageBoxes", "OK")},
+};
+
+void translateButtons(const QMessageBox& box)
+{
+    for (const ButtonText& known : buttonTexts) {
+        if (QAbstractButton* button = box.button(known.button))
+            button->setText(QCoreApplication::translate("MessageBoxes", known.text));
+    }
+}
+
+}  // namespace
+
+QMessageBox::StandardButton MessageBoxes::Ask(QWidget* parent, QMessageBox::Icon icon, const QString& title,
+                                              const QString& text, QMessageBox::StandardButtons buttons,
+                                              QMessageBox::StandardButton defaultButton)
+{
+    const QPointer<QMessageBox> box(new QMessageBox(icon, title, text, buttons, parent));
+    box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(defaultButton);
+    translateButtons(*box);
+    const int answer = box->exec();
+    if (!box)
+        return QMessageBox::NoButton;
+    delete box;
+    return static_cast<QMessageBox::StandardButton>(answer);
+}
+
+void MessageBoxes::Warn(QWidget* parent, const QString& title, const QString& text)
+{
+    Ask(parent, QMessageBox::Warning, title, text, QMessageBox::Ok, QMessageBox::Ok);
+}
