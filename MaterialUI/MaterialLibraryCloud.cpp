@@ -1,6 +1,7 @@
 // The cloud account, the favourites that it mirrors, and the timers that look after them.
 
 #include "DialogState.h"
+#include "EditStack.h"
 #include "FavoriteLibraryLoader.h"
 #include "FavoriteLibrarySetUp.h"
 #include "ItemRoles.h"
@@ -262,7 +263,7 @@ void CMaterialLibraryWidget::Private::removeFiles(const kiv::CAppearanceInstance
         return;
     QFile::remove(folders.document(id));
     QFile::remove(folders.record(id));
-    if (hasEdits)
+    if (!CEditStack::Instance().IsEmpty())
         return;
     QSet<QString> used = mirror.UsedTextures(favorite.GetId());
     if (const auto project = projectLibrary())

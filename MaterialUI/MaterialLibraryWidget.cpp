@@ -323,8 +323,7 @@ kiv::CAppearanceInstancePtr CMaterialLibraryWidget::Private::appearanceAt(const 
 
 void CMaterialLibraryWidget::OnTransformEditedData(const kiv::String& record)
 {
-    CEditStack::Instance().Push(record);
-    m->hasEdits = true;
+    CEditStack::Instance().Push(record, m.get());
 }
 
 void CMaterialLibraryWidget::OnAppearancePropertyChanged(const kiv::CAppearanceInstancePtr& appearance,
@@ -345,15 +344,12 @@ void CMaterialLibraryWidget::OnAppearancePropertyChanged(const kiv::CAppearanceI
 // The records of another dialog are its own business.
 void CMaterialLibraryWidget::Private::keepEdits()
 {
-    if (std::exchange(hasEdits, false))
-        CEditStack::Instance().Clear();
+    CEditStack::Instance().Clear(this);
 }
 
 void CMaterialLibraryWidget::OnUndo()
 {
-    if (!m->hasEdits)
-        return;
-    if (const auto appearance = CEditStack::Instance().TakeBackLast(m->manager, m->projectLibrary()))
+    if (const auto appearance = CEditStack::Instance().TakeBackLast(m.get(), m->manager, m->projectLibrary()))
         showTakenBack({appearance});
 }
 
@@ -367,8 +363,8 @@ void CMaterialLibraryWidget::done(int result)
     const QPointer<CMaterialLibraryWidget> alive(this);
     if (result != Rejected)
         m->keepEdits();
-    else if (std::exchange(m->hasEdits, false))
-        showTakenBack(CEditStack::Instance().TakeBackAll(m->manager, m->projectLibrary()));
+    else
+        showTakenBack(CEditStack::Instance().TakeBackAll(m.get(), m->manager, m->projectLibrary()));
     if (alive)
         QDialog::done(result);
 }

@@ -73,7 +73,6 @@ struct CMaterialLibraryWidget::Private {
     bool releaseOnClose;
     bool cloudEnabled;
     bool areFavoritesWhole = false;  ///< with all that lies on the disk
-    bool hasEdits = false;           ///< that wait to be kept or taken back
     bool isOnline = false;
     bool isSyncPending = false;  ///< asked for while nobody was logged in
 };
