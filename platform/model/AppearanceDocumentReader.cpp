@@ -21,13 +21,18 @@ const char* const FallbackTemplateName = "Generic";
 const char* const TextureTemplateName = "Texture";
 const char* const TwiceReason = "the key stands here twice";
 
+bool isWellKnownText(std::string_view key)
+{
+    static const std::string_view texts[] = {"id", "name", "tags", "category"};
+    return std::find(std::begin(texts), std::end(texts), key) != std::end(texts);
+}
+
 /// The type, as a value of it, that a well-known key has without any declaration; null for another key.
 const CPropertyValue* wellKnownType(std::string_view key, bool isTexture)
 {
     static const CPropertyValue text{String()};
     static const CPropertyValue number{0};
-    static const std::string_view texts[] = {"id", "name", "tags", "category"};
-    if (std::find(std::begin(texts), std::end(texts), key) != std::end(texts) || (isTexture && key == "texture_file"))
+    if (isWellKnownText(key) || (isTexture && key == "texture_file"))
         return &text;
     return key == "edit_type" ? &number : nullptr;
 }
@@ -49,6 +54,13 @@ CPropertyValuePtr ownDefault(const CPropertyValuePtr& value)
     auto copy = std::make_shared<CAppearanceInstance>();
     copy->Assign(**prototype);
     return MakePropertyValue(std::move(copy));
+}
+
+/// What reads such a text as one that ends there would take the appearance for another.
+bool holdsZeroCharacter(const simdjson::dom::key_value_pair& field)
+{
+    std::string_view text;
+    return isWellKnownText(field.key) && !field.value.get(text) && text.find('\0') != std::string_view::npos;
 }
 
 bool holdsNothing(const CPropertyValue& value)
@@ -134,6 +146,8 @@ bool CAppearanceDocumentReader::readFields(const object& fields, Level& level)
     const CPropertySet& declared = *level.declared;
     std::size_t slot = 0;
     for (const auto field : fields) {
+        if (holdsZeroCharacter(field))
+            return refuseAt(field.key, "the text holds a zero character");
         if (slot == declared.size() || (*declared.m_keys)[slot] != field.key)
             slot = declared.IndexOf(field.key);
         if (slot == declared.size()) {

@@ -18,11 +18,17 @@ struct Record {
     String document;
 };
 
+/// All of it: an id that was cut at a zero byte may be that of another appearance.
+QString toQt(const String& text)
+{
+    return QString::fromLocal8Bit(text.data(), int(text.size()));
+}
+
 String toText(const Record& record)
 {
-    QJsonObject object{{"kind", record.kind}, {"id", QString::fromLocal8Bit(record.id.c_str())}};
+    QJsonObject object{{"kind", record.kind}, {"id", toQt(record.id)}};
     if (record.kind == EditedMaterialChanged)
-        object.insert("key", QString::fromLocal8Bit(record.key.c_str()));
+        object.insert("key", toQt(record.key));
     if (record.kind != EditedMaterialAdded)
         object.insert("appearance", QString::fromStdString(record.document));
     return QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString();

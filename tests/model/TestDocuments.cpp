@@ -194,6 +194,8 @@ private slots:
         generic("", "2", "/", "empty");
         generic("name", R"("\udc00")", "", "no valid JSON");
         generic("x", R"(["\ud800x"])", "", "no valid JSON");
+        generic("id", R"("p0\u0000Y")", "/id", "zero character");
+        generic("category", R"("\u0000")", "/category", "zero character");
         row("{\"template\":\"Generic\",\"name\":\"\xff\"}", "", "no valid JSON");
     }
 

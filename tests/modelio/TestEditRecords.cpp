@@ -81,6 +81,16 @@ private slots:
         QVERIFY(held->GetCloudFlag());
     }
 
+    void tellsIdsApartThatBeginAlike()
+    {
+        const auto before = documents();
+        const String id{"brick\0Y", 7};
+        m_library->AddInstance(m_library->FindInstance("brick")->Clone(id));
+        const String record = m_serializer->SerializeEditedMaterialData(id, EditedMaterialAdded, {});
+        QVERIFY(m_serializer->DeserializeEditedMaterialData(record));
+        QCOMPARE(documents(), before);
+    }
+
     void takesBackNothingTwice()
     {
         const auto before = documents();
