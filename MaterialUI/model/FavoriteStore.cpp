@@ -9,6 +9,7 @@
 #include <kiv/AppearanceTextureHelper.h>
 #include <kiv/system/StoredPath.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -31,6 +32,11 @@ QString whyUnreadable(const QString& file)
     return reason;
 }
 
+QString noPicture()
+{
+    return QCoreApplication::translate("CFavoriteStore", "不是可用作贴图的图片（JPG、PNG 或 BMP）");
+}
+
 }  // namespace
 
 bool CFavoriteStore::TakeTextures(const CAppearanceInstance& appearance)
@@ -39,6 +45,7 @@ bool CFavoriteStore::TakeTextures(const CAppearanceInstance& appearance)
     return std::all_of(textures.begin(), textures.end(), [this](const auto& texture) { return takeTexture(*texture); });
 }
 
+// A document from elsewhere may name any file of this machine, and what is taken goes to the cloud.
 bool CFavoriteStore::takeTexture(CAppearanceInstance& texture)
 {
     const std::string stored = texture.GetTextureFile();
@@ -47,6 +54,8 @@ bool CFavoriteStore::takeTexture(CAppearanceInstance& texture)
         CAppearanceTextureHelper(m_manager).ParserTextureFileToSha(source.toStdWString()));
     if (hash.empty())
         return fail(source.isEmpty() ? QString::fromLocal8Bit(stored.c_str()) : source, whyUnreadable(source));
+    if (!CMaterialHelper::CheckTextureFileValidity(source))
+        return fail(source, noPicture());
     const std::wstring taken = TextureFolder + (L'\\' + hash);
     const QString target = system::JoinPath(m_manager.GetFavoriteLibraryPath(), taken);
     const bool isNew = !QFileInfo::exists(target);

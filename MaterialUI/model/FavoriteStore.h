@@ -15,7 +15,7 @@ public:
     explicit CFavoriteStore(const CAppearanceLibraryManager& manager) : m_manager(manager) {}
 
     /// Copies the appearance's texture files into the store, to which its texture files then refer. False when one
-    /// cannot be read or copied; the appearance is then not to be used.
+    /// cannot be read or copied or is no picture; the appearance is then not to be used.
     bool TakeTextures(const CAppearanceInstance& appearance);
     /// The SHA-1 of the appearance's document.
     std::string Digest(const CAppearanceInstancePtr& appearance) const;

@@ -116,6 +116,11 @@ private slots:
         row("folder that nobody can make", cannotBeMade, "/proc/favorites");
         const auto noSource = [](LibraryFixture& fixture, SmallDisk&) { return QFile::remove(fixture.path(Picture)); };
         row("no source", noSource, "red.png");
+        const auto noPicture = [](LibraryFixture& fixture, SmallDisk&) {
+            fixture.write(Picture, "a letter of the user's");
+            return true;
+        };
+        row("no picture", noPicture, "red.png");
     }
 
     void tellsWhyItCannotBeStored()
