@@ -10,6 +10,7 @@
 namespace {
 
 constexpr int MostDetails = 10;
+constexpr int LongestRefusal = 300;  // reasons quote what they refuse
 
 const QLatin1String ArchiveSuffix(".ggm");
 const QLatin1String DocumentSuffix(".json");
@@ -79,11 +80,20 @@ void CFavoriteLibraryLoader::load(const QString& file, kiv::CAppearanceParser& p
     const auto appearance =
         file.endsWith(ArchiveSuffix) ? parser.AppearanceFromZipFile(path) : parser.AppearanceFromFile(path);
     if (!appearance) {
-        m_refusals.append(QString::fromLocal8Bit(parser.GetLastError().Text().c_str()));
+        refuse(QString::fromLocal8Bit(parser.GetLastError().Text().c_str()));
         return;
     }
+    const QString id = QString::fromLocal8Bit(appearance->GetId().c_str());
+    if (!m_files.contains(id))
+        m_files.insert(id, file);
     m_paths.Reroot(*appearance);
     library.AddInstance(appearance);
+}
+
+void CFavoriteLibraryLoader::refuse(const QString& reason)
+{
+    const bool isLong = reason.size() > LongestRefusal;
+    m_refusals.append(isLong ? reason.left(LongestRefusal - 1) + QStringLiteral("…") : reason);
 }
 
 QString CFavoriteLibraryLoader::GetNotice() const

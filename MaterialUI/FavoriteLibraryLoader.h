@@ -6,6 +6,7 @@
 #include <kiv/AppearanceParser.h>
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QStringList>
 
 class QWidget;
@@ -27,6 +28,9 @@ public:
     /// owner goes, what was read by then is there. True when the library has all that the folder has.
     bool Load(const QString& folder, kiv::CAppearanceLibrary& library);
 
+    /// The file of each appearance by its id, which may be named otherwise than the id.
+    const QHash<QString, QString>& GetFiles() const { return m_files; }
+
     /// One line on what the last loading could not read, and what lies behind it; empty when nothing was refused.
     QString GetNotice() const;
     QString GetNoticeDetails() const;
@@ -34,10 +38,12 @@ public:
 private:
     QStringList filesOf(const QString& folder);
     void load(const QString& file, kiv::CAppearanceParser& parser, kiv::CAppearanceLibrary& library);
+    void refuse(const QString& reason);
 
     const kiv::CAppearanceLibraryManager& m_manager;
     QWidget& m_owner;
     CFavoriteTexturePaths m_paths;
     QString m_folderReason;  ///< why there is no folder to read
-    QStringList m_refusals;  ///< file and reason each
+    QStringList m_refusals;  ///< file and reason each, cut where they are endless
+    QHash<QString, QString> m_files;
 };

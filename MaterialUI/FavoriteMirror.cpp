@@ -10,6 +10,7 @@
 #include <kiv/AppearanceParser.h>
 #include <kiv/system/StoredPath.h>
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -31,6 +32,15 @@ bool isLackedByCloud(const QString& textureName)
 {
     const CCloudIndex& index = CCloudService::Instance().GetIndex();
     return index.IsLoaded(CCloudIndex::Textures) && index.Find(CCloudIndex::Textures, textureName).isEmpty();
+}
+
+// Empty, or why it is still there.
+QString removeFile(const QString& path)
+{
+    QFile file(path);
+    if (path.isEmpty() || file.remove() || !QFileInfo::exists(path))
+        return {};
+    return file.errorString();
 }
 
 }  // namespace
@@ -155,6 +165,35 @@ void CFavoriteMirror::addWithTextures(const QSet<QString>& names, std::vector<CA
     }
 }
 
+// ---- what is removed
+
+// Otherwise it would be back the next time the favourites are read. The file that is named after it may be another's.
+QString CFavoriteMirror::RemoveDocument(const CAppearanceInstance& favorite)
+{
+    const QString id = QString::fromLocal8Bit(favorite.GetId().c_str());
+    const QString file = m_files.value(id);
+    const CloudFolders folders = Folders();
+    const bool isPlain = !folders.favorites.isEmpty() && kiv::system::IsPlainName(id.toStdWString());
+    const QString own = isPlain ? folders.document(id) : QString();
+    QString reason = removeFile(file);
+    if (reason.isEmpty() && !own.isEmpty() && own != file && isDocumentOf(own, favorite.GetId()))
+        reason = removeFile(own);
+    if (!reason.isEmpty())
+        return reason;
+    m_files.remove(id);
+    if (isPlain)
+        QFile::remove(folders.record(id));
+    return {};
+}
+
+bool CFavoriteMirror::isDocumentOf(const QString& file, const kiv::String& id) const
+{
+    if (!kiv::system::IsRegularFile(file))
+        return false;
+    const auto stored = kiv::CAppearanceParser(m_manager).AppearanceFromFile(file.toStdWString());
+    return stored && stored->GetId() == id;
+}
+
 // ---- textures
 
 void CFavoriteMirror::RequestTextures(const CAppearanceInstance& appearance) const
@@ -181,18 +220,13 @@ void CFavoriteMirror::PointAtCopies(const CAppearanceInstance& appearance) const
     }
 }
 
-QSet<QString> CFavoriteMirror::UsedTextures(const kiv::String& exceptId) const
-{
-    const auto favorites = library();
-    return favorites ? TexturesOf(*favorites, exceptId) : QSet<QString>();
-}
-
-QSet<QString> CFavoriteMirror::TexturesOf(const kiv::CAppearanceLibrary& library, const kiv::String& exceptId)
+QSet<QString> CFavoriteMirror::UsedTextures() const
 {
     QSet<QString> names;
-    for (const auto& entry : library) {
-        if (entry.first == exceptId)
-            continue;
+    const auto favorites = library();
+    if (!favorites)
+        return names;
+    for (const auto& entry : *favorites) {
         for (const QString& name : TextureNames(*entry.second))
             names.insert(name);
     }

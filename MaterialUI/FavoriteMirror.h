@@ -6,6 +6,7 @@
 
 #include <CloudFolders.h>
 
+#include <QHash>
 #include <QSet>
 #include <QStringList>
 
@@ -42,24 +43,31 @@ public:
     /// The library was filled anew: what came by now counts again.
     void Restart();
 
+    /// From which files the favourites were read, by their ids.
+    void SetFiles(const QHash<QString, QString>& files) { m_files = files; }
+    /// Takes a favourite's document off the disk, whatever the file's name. Textures stay. Empty, or why it is still
+    /// there.
+    QString RemoveDocument(const kiv::CAppearanceInstance& favorite);
+
     /// Asks for the textures of an appearance that are neither here nor under way.
     void RequestTextures(const kiv::CAppearanceInstance& appearance) const;
     /// Points texture files at the copies among the favourites' textures.
     void PointAtCopies(const kiv::CAppearanceInstance& appearance) const;
-    /// The names of the textures of all favourites but the one of the id.
-    QSet<QString> UsedTextures(const kiv::String& exceptId = {}) const;
-    static QSet<QString> TexturesOf(const kiv::CAppearanceLibrary& library, const kiv::String& exceptId = {});
+    /// The names of the textures of all favourites.
+    QSet<QString> UsedTextures() const;
     static QStringList TextureNames(const kiv::CAppearanceInstance& appearance);
 
 private:
     bool maySend(const kiv::String& stored, const QString& texture) const;
     kiv::CAppearanceLibraryPtr library() const;
     bool takeDocument(const QString& id);
+    bool isDocumentOf(const QString& file, const kiv::String& id) const;
     kiv::CAppearanceInstancePtr read(const QString& document) const;
     void addWithTextures(const QSet<QString>& names, std::vector<kiv::CAppearanceInstancePtr>& pictured) const;
 
     const kiv::CAppearanceLibraryManager& m_manager;
     CUploadComparison m_comparison;
+    QHash<QString, QString> m_files;
     int m_documentsSeen = 0;
     int m_texturesSeen = 0;
 };

@@ -1,7 +1,6 @@
 // The cloud account, the favourites that it mirrors, and the timers that look after them.
 
 #include "DialogState.h"
-#include "EditStack.h"
 #include "FavoriteLibraryLoader.h"
 #include "FavoriteLibrarySetUp.h"
 #include "ItemRoles.h"
@@ -15,6 +14,7 @@
 #include <LoginCallback.h>
 #include <MaterialConstants.h>
 #include <MaterialHelper.h>
+#include <MessageBoxes.h>
 #include <NetworkStatusMonitor.h>
 
 #include <glenox/StdStringTrans.h>
@@ -22,10 +22,10 @@
 
 #include <kiv/system/StoredPath.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPointer>
 #include <QTableWidget>
 #include <QToolButton>
@@ -37,6 +37,8 @@ using kiv::GStdStringTrans;
 namespace {
 
 const QString ClientVersion = QStringLiteral("1.0");
+constexpr int ComplaintsShown = 10;  // what a message box has room for
+
 const QString Product = QStringLiteral("KIV");
 
 // Texts of the account are shown as they are in every language.
@@ -46,6 +48,17 @@ QString countsText(const CSynchronizationStatus::Counts& counts)
 {
     return QStringLiteral("同步成功：") + QString::number(counts.succeeded) + QStringLiteral("  同步失败：") +
            QString::number(counts.failed) + QStringLiteral("  等待同步：") + QString::number(counts.waiting);
+}
+
+// The dialog, or a window that it belongs to, may be modal itself.
+bool isBoxOpenOver(const QWidget& dialog)
+{
+    const QWidget* modal = QApplication::activeModalWidget();
+    for (const QWidget* widget = &dialog; widget; widget = widget->parentWidget()) {
+        if (widget == modal)
+            return false;
+    }
+    return modal;
 }
 
 INUVSAccountService& account()
@@ -237,41 +250,43 @@ void CMaterialLibraryWidget::OnRemoveApperance(kiv::CAppearanceInstancePtr& appe
 }
 
 // What the cloud has of it goes with one of the next ticks, or once somebody is logged in. Without a session nobody
-// knows whether the cloud has something: the mark is no sign of that.
+// knows whether the cloud has something: the mark is no sign of that. Textures stay here: materials of this project,
+// and of others that nobody knows of here, may have them from a copy or an archive.
 void CMaterialLibraryWidget::AppearanceRemoveFunc(const kiv::CAppearanceInstancePtr& appearance)
 {
     const auto favorites = m->manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
     if (!appearance || !favorites)
         return;
+    const QString reason = m->mirror.RemoveDocument(*appearance);
+    if (!reason.isEmpty()) {
+        m->complainOfRemoval(*this, QString::fromLocal8Bit(appearance->GetName().c_str()) + "：" + reason);
+        return;
+    }
     if (m->cloudEnabled)
         CCloudService::Instance().RemoveFavorite(QString::fromLocal8Bit(appearance->GetId().c_str()),
                                                  CFavoriteMirror::TextureNames(*appearance));
-    m->removeFiles(*appearance);
     favorites->DeleteInstance(appearance->GetId());
     m->form.systemBrowser->UpdateLibrary(appearance, false);
     if (m->awaited == appearance)
         m->awaited.reset();
 }
 
-// Otherwise it would be back the next time the favourites are read. A texture stays while a material of the project has
-// it, also one that cancelling would bring back.
-void CMaterialLibraryWidget::Private::removeFiles(const kiv::CAppearanceInstance& favorite) const
+// One box for all of a selection, once it is through.
+void CMaterialLibraryWidget::Private::complainOfRemoval(CMaterialLibraryWidget& dialog, const QString& complaint)
 {
-    const CloudFolders folders = mirror.Folders();
-    const QString id = QString::fromLocal8Bit(favorite.GetId().c_str());
-    if (folders.favorites.isEmpty() || !kiv::system::IsPlainName(id.toStdWString()))
-        return;
-    QFile::remove(folders.document(id));
-    QFile::remove(folders.record(id));
-    if (!CEditStack::Instance().IsEmpty())
-        return;
-    QSet<QString> used = mirror.UsedTextures(favorite.GetId());
-    if (const auto project = projectLibrary())
-        used.unite(CFavoriteMirror::TexturesOf(*project));
-    for (const QString& name : CFavoriteMirror::TextureNames(favorite)) {
-        if (!isTextureUsed(used, name) && kiv::system::IsPlainName(name.toStdWString()))
-            QFile::remove(folders.textures + '/' + name);
-    }
+    if (failedRemovals.isEmpty())
+        QMetaObject::invokeMethod(
+            &dialog, [this, &dialog] { tellOfRemovals(dialog); }, Qt::QueuedConnection);
+    failedRemovals.append(complaint);
+}
+
+void CMaterialLibraryWidget::Private::tellOfRemovals(CMaterialLibraryWidget& dialog)
+{
+    const QStringList failed = std::exchange(failedRemovals, {});
+    QStringList shown = failed.mid(0, ComplaintsShown);
+    if (failed.size() > ComplaintsShown)
+        shown.append(QStringLiteral("……"));
+    MessageBoxes::Warn(&dialog, tr("提示"), tr("无法移除：") + '\n' + shown.join('\n'));
 }
 
 // In doubt it is used: by a favourite that was not read, or not brought yet.
@@ -335,6 +350,8 @@ void CMaterialLibraryWidget::Private::showCloudStatus(CMaterialLibraryWidget& di
     form.synchronizeButton->setEnabled(loginCallback || IsLogin());
     if (!IsLogin() || CloudState::GetError() == CloudState::LoggedInElsewhere) {
         form.accountLabel->setText(QStringLiteral("离线"));
+        if (isOnline && loginCallback && isBoxOpenOver(dialog))
+            return;  // everything stays as it is, so that a later tick asks
         CloudState::TakeError();
         CloudState::TakeWarning();
         if (std::exchange(isOnline, false) && loginCallback)
@@ -350,9 +367,10 @@ void CMaterialLibraryWidget::Private::showCloudStatus(CMaterialLibraryWidget& di
 void CMaterialLibraryWidget::Private::askForNewLogin(CMaterialLibraryWidget& dialog)
 {
     const QPointer<CMaterialLibraryWidget> alive(&dialog);
-    const auto answer = QMessageBox::information(
-        &dialog, HintTitle, QStringLiteral("当前账号在其他地方登录，是否重新登录？\n选择“否”将退出材质窗体"),
-        QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+    const auto answer =
+        MessageBoxes::Ask(&dialog, QMessageBox::Information, HintTitle,
+                          QStringLiteral("当前账号在其他地方登录，是否重新登录？\n选择“否”将退出材质窗体"),
+                          QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
     if (!alive)
         return;
     if (answer != QMessageBox::Yes) {
@@ -433,8 +451,11 @@ void CMaterialLibraryWidget::onJsonTimerOut()
         return;
     m->favoriteLoadTimer.stop();
     if (m->manager.GetFavoriteLibraryPath().empty()) {
-        QMessageBox::critical(this, tr("严重错误"), tr("系统文件夹不完整,收藏功能不可用！"), QMessageBox::Ok);
-        close();
+        const QPointer<CMaterialLibraryWidget> alive(this);
+        MessageBoxes::Ask(this, QMessageBox::Critical, tr("严重错误"), tr("系统文件夹不完整,收藏功能不可用！"),
+                          QMessageBox::Ok, QMessageBox::Ok);
+        if (alive)
+            close();
     } else if (m->cloudEnabled) {
         LoadApperanceLibrary(m->manager.GetFavoriteLibraryPath(), FAVORITE_LIBRARY_NAME);
     }
@@ -456,6 +477,7 @@ void CMaterialLibraryWidget::LoadApperanceLibrary(const std::wstring& root, cons
     m->form.systemBrowser->UpdateFavoriteLibrary(library);
     CDialogState(m->manager, *this, m->form).RestoreFavorites();
     m->mirror.Restart();
+    m->mirror.SetFiles(loader.GetFiles());
     m->loadedFavorites = library;
     m->areFavoritesWhole = isWhole;
     if (m->cloudEnabled && IsLogin()) {

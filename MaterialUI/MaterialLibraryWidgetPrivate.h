@@ -50,7 +50,8 @@ struct CMaterialLibraryWidget::Private {
     bool isFavorite(const kiv::CAppearanceInstancePtr& appearance) const;
     bool areFavoritesLoaded() const;
     bool isTextureUsed(const QSet<QString>& names, const QString& name) const;
-    void removeFiles(const kiv::CAppearanceInstance& favorite) const;
+    void complainOfRemoval(CMaterialLibraryWidget& dialog, const QString& complaint);
+    void tellOfRemovals(CMaterialLibraryWidget& dialog);
     void synchronizeIfPending(CMaterialLibraryWidget& dialog);
     bool isFound(const kiv::CAppearanceInstancePtr& appearance, const QString& keyword) const;
     kiv::CAppearanceLibraryPtr projectLibrary() const;
@@ -68,6 +69,7 @@ struct CMaterialLibraryWidget::Private {
     kiv::CAppearanceLibraryPtr loadedFavorites;  ///< the library object that was filled from the disk
     QPointer<QWidget> renamedFrom;               ///< where the keyboard was before the name was edited by the menu
     QString exchangeFolder;                      ///< where files were brought in or sent out last
+    QStringList failedRemovals;  ///< not told of yet
     QTimer statusTimer;
     QTimer favoriteLoadTimer;
     bool releaseOnClose;

@@ -8,6 +8,8 @@
 #include <QLoggingCategory>
 #include <QMutexLocker>
 
+#include <utility>
+
 namespace {
 
 Q_LOGGING_CATEGORY(removals, "materialui.cloud.removals")
@@ -19,12 +21,18 @@ const char* const FileName = "/removed-from-cloud.list";
 
 }  // namespace
 
+CCloudRemovals::~CCloudRemovals()
+{
+    write();
+}
+
 void CCloudRemovals::SetFolder(const QString& favorites)
 {
     const QMutexLocker locker(&m_mutex);
     const QString file = favorites.isEmpty() ? QString() : favorites + FileName;
     if (file == m_file)
         return;
+    write();
     m_file = file;
     m_textures.clear();
     m_begun.clear();
@@ -45,8 +53,22 @@ void CCloudRemovals::read()
     }
 }
 
-void CCloudRemovals::write() const
+// Thousands may be removed at once.
+void CCloudRemovals::change()
 {
+    if (std::exchange(m_isChanged, true))
+        return;
+    const auto writeLocked = [this] {
+        const QMutexLocker locker(&m_mutex);
+        write();
+    };
+    QMetaObject::invokeMethod(&m_turn, writeLocked, Qt::QueuedConnection);
+}
+
+void CCloudRemovals::write()
+{
+    if (!std::exchange(m_isChanged, false))
+        return;
     QJsonObject removed;
     for (auto entry = m_textures.begin(); entry != m_textures.end(); ++entry)
         removed.insert(entry.key(), QJsonArray::fromStringList(entry.value()));
@@ -62,7 +84,7 @@ void CCloudRemovals::Add(const QString& id, const QStringList& textureNames)
         return;
     m_textures.insert(id, textureNames);
     m_begun.remove(id);
-    write();
+    change();
 }
 
 void CCloudRemovals::Forget(const QString& id)
@@ -70,7 +92,7 @@ void CCloudRemovals::Forget(const QString& id)
     const QMutexLocker locker(&m_mutex);
     m_begun.remove(id);
     if (m_textures.remove(id) > 0)
-        write();
+        change();
 }
 
 bool CCloudRemovals::Contains(const QString& id) const
@@ -82,6 +104,7 @@ bool CCloudRemovals::Contains(const QString& id) const
 CCloudRemovals::Removal CCloudRemovals::Begin()
 {
     const QMutexLocker locker(&m_mutex);
+    write();
     for (auto entry = m_textures.begin(); entry != m_textures.end(); ++entry) {
         if (m_begun.contains(entry.key()))
             continue;

@@ -2,13 +2,20 @@
 
 #include <QHash>
 #include <QMutex>
+#include <QObject>
 #include <QSet>
 #include <QStringList>
 
 /// Favourites that were removed here and whose copies in the cloud are still to be taken away. Kept in a file of the
-/// favourites' folder, so that what was removed without a connection does not come back. Any thread.
+/// favourites' folder, so that what was removed without a connection does not come back: written once for all changes
+/// of a turn of the event loop, and before a removal begins. Any thread; the file is written on the one that made this.
 class CCloudRemovals {
 public:
+    CCloudRemovals() = default;
+    ~CCloudRemovals();
+    CCloudRemovals(const CCloudRemovals&) = delete;
+    CCloudRemovals& operator=(const CCloudRemovals&) = delete;
+
     /// Reads the file of the folder; the same folder again changes nothing.
     void SetFolder(const QString& favorites);
     void Add(const QString& id, const QStringList& textureNames);
@@ -29,10 +36,13 @@ public:
 
 private:
     void read();
-    void write() const;
+    void change();
+    void write();
 
     mutable QMutex m_mutex;
     QString m_file;
     QHash<QString, QStringList> m_textures;  ///< by id
     QSet<QString> m_begun;
+    QObject m_turn;  ///< its thread writes
+    bool m_isChanged = false;
 };

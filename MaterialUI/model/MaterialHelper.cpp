@@ -3,6 +3,7 @@
 #include "AppearanceTextures.h"
 #include "FavoriteStore.h"
 #include "MaterialConstants.h"
+#include "MessageBoxes.h"
 
 #include <glenox/StdStringTrans.h>
 #include <kiv/TextureManager.h>
@@ -13,7 +14,6 @@
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
-#include <QMessageBox>
 #include <QTemporaryFile>
 
 #include <algorithm>
@@ -69,13 +69,9 @@ bool isTexturePresent(const CAppearanceInstance& texture, const CAppearanceLibra
            system::IsRegularFile(system::NativePath(file));
 }
 
-// Names of files are shown as they are, whatever they look like.
 void warn(const QString& text)
 {
-    QMessageBox box(QMessageBox::Warning, QCoreApplication::translate("CMaterialHelper", "提示"), text, QMessageBox::Ok,
-                    QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    MessageBoxes::Warn(QApplication::activeWindow(), QCoreApplication::translate("CMaterialHelper", "提示"), text);
 }
 
 void warnOfDuplicate()

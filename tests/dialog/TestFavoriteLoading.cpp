@@ -1,6 +1,8 @@
 #include "DialogFixture.h"
+#include "SmallDisk.h"
 
 #include <AppearanceLibraryBrowserCtrl.h>
+#include <MaterialHelper.h>
 #include <MaterialTest.h>
 #include <ModalMeeting.h>
 
@@ -53,6 +55,52 @@ private slots:
         QCOMPARE(texts, QString(u8"请稍等|正在载入我的材质......|取消"));
         QCOMPARE(maximum, 5);
         QTRY_VERIFY(!QApplication::activeModalWidget());
+    }
+
+    // A file need not be named after the favourite that it holds.
+    void removesTheFileThatWasRead()
+    {
+        writeFavorite("other.json", m_fixture->makeAppearance("fav"));
+        writeFavorite("fav.json", m_fixture->makeAppearance("innocent"));
+        kiv::CAppearanceParser archive(m_fixture->manager());
+        QVERIFY(archive.AppearanceToZipFile(m_fixture->makeAppearance("packed"),
+                                            m_fixture->widePath("favorites/Favorite Library/g.ggm")));
+        m_fixture->write("textures/red.png", makePicture(Qt::red, "PNG"));
+        TestedDialog dialog(*m_fixture, true);
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        // As another dialog of the process would.
+        QVERIFY(favorites()->AddInstance(kiv::CMaterialHelper::AddFavorite(
+            m_fixture->makeAppearance("source", "red.png"), "Stone", m_fixture->manager(), &m_fixture->library())));
+        QStringList ids = favoriteIds();
+        QCOMPARE(ids.size(), 4);
+        ids.removeOne("innocent");
+        for (const QString& id : ids)
+            remove(dialog, id);
+        QCOMPARE(favoriteIds(), QStringList("innocent"));
+        QCOMPARE(files("favorites/Favorite Library"), QStringList("fav.json"));
+        QCOMPARE(files("favorites/UserLib Textures").size(), 1);
+    }
+
+    void tellsOnceWhatCannotBeRemoved()
+    {
+        SmallDisk disk(m_fixture->path("favorites"));
+        writeMany(2);
+        TestedDialog dialog(*m_fixture, true);
+        dialog.LoadApperanceLibrary(m_fixture->widePath("favorites"), "Favorite Library");
+        emit dialog.system()->OnMaterialLibraryChange("Favorite Library");
+        if (!disk.MakeReadOnly())
+            QSKIP("nothing stops this process from writing");
+        QStringList texts;
+        ModalMeeting<QMessageBox> meeting([&](QMessageBox& box) { texts += box.text(), box.reject(); }, true);
+        for (const char* id : {"0", "1"})
+            remove(dialog, id);
+        QVERIFY(texts.isEmpty());
+        QTRY_VERIFY(!texts.isEmpty() && !QApplication::activeModalWidget());
+        QCOMPARE(texts.size(), 1);
+        const QRegularExpression form(QString(u8"^无法移除：(\n.*：.{10,}){2}$"));
+        QVERIFY2(form.match(texts[0]).hasMatch(), qPrintable(texts[0]));
+        QCOMPARE(favoriteIds(), QStringList({"0", "1"}));
+        QVERIFY(dialog.rowOf(dialog.system(), "0") >= 0);
     }
 
     void findsTexturesInTheFavoritesFolder()
@@ -277,6 +325,12 @@ private slots:
     }
 
 private:
+    void remove(TestedDialog& dialog, const QString& id) const
+    {
+        kiv::CAppearanceInstancePtr favorite = favorites()->FindInstance(id.toStdString());
+        emit dialog.system()->OnRemoveApperance(favorite);
+    }
+    QStringList files(const char* folder) const { return QDir(m_fixture->path(folder)).entryList(QDir::Files); }
     void writeFavorite(const QString& file, const kiv::CAppearanceInstancePtr& appearance)
     {
         m_fixture->write("favorites/Favorite Library/" + file, m_fixture->document(appearance));
@@ -301,5 +355,12 @@ private:
     std::unique_ptr<DialogFixture> m_fixture;
 };
 
-MATERIAL_TEST_MAIN(TestFavoriteLoading)
+int main(int argc, char** argv)
+{
+    SmallDisk::Prepare();
+    return runMaterialTest(argc, argv, []() -> QObject& {
+        static TestFavoriteLoading test;
+        return test;
+    });
+}
 #include "TestFavoriteLoading.moc"
