@@ -8,17 +8,19 @@
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <AppearancePreviewerCtrl.h>
 #include <MaterialConstants.h>
+#include <MessageBoxes.h>
 
 #include <kiv/AppearanceSerializer.h>
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
 #include <QScrollArea>
 #include <QTableWidget>
 
 #include <algorithm>
+#include <utility>
 
 using kiv::CAppearanceInstancePtr;
 using Appearances = CAppearanceLibraryBrowserCtrl::Appearances;
@@ -60,10 +62,6 @@ void CMaterialLibraryWidget::OnDeleteApperance(CAppearanceInstancePtr& appearanc
 void CMaterialLibraryWidget::OnDownloadAppearance(const QString& id)
 {
     AppearanceDownloadFunc(id);
-}
-
-void CMaterialLibraryWidget::AppearanceDownloadFunc(const QString&)
-{
 }
 
 // ---- copying and deleting
@@ -125,7 +123,7 @@ bool CMaterialLibraryWidget::Private::hasProject(CMaterialLibraryWidget& dialog)
 {
     if (projectLibrary())
         return true;
-    QMessageBox::warning(&dialog, tr("提示"), tr("项目的材质库已不存在，操作无法完成。"));
+    MessageBoxes::Warn(&dialog, tr("提示"), tr("项目的材质库已不存在，操作无法完成。"));
     return false;
 }
 
@@ -134,13 +132,14 @@ bool CMaterialLibraryWidget::Private::hasProject(CMaterialLibraryWidget& dialog)
 void CMaterialLibraryWidget::OnAppearanceTypeChanged(CAppearanceInstancePtr& appearance, const kiv::String& typeName)
 {
     const auto project = m->projectLibrary();
-    if (!appearance || appearance->GetCategory() == typeName || !project ||
-        project->FindInstance(appearance->GetId()) != appearance)
+    if (!m->hasProject(*this) || !appearance || appearance->GetCategory() == typeName || !project)
         return;
-    const CAppearanceInstancePtr changed = appearance;  // the reference may be to something that goes meanwhile
+    const CAppearanceInstancePtr changed = project->FindInstance(appearance->GetId());
+    if (changed != appearance)
+        return;
     const CAppearanceInstancePtr fresh = m->library.CreateMaterial(typeName, {});
     if (!fresh) {
-        QMessageBox::warning(this, tr("提示"), tr("材质库中没有此类型，无法转换。"));
+        MessageBoxes::Warn(this, tr("提示"), tr("材质库中没有此类型，无法转换。"));
         return;
     }
     OnTransformEditedData(m->record(*changed, kiv::EditedMaterialChanged, "template"));
@@ -174,49 +173,88 @@ void CMaterialLibraryWidget::OnRenameAppearance(const CAppearanceInstancePtr& ap
         return;
     if (m->form.editor->GetAppearance() != appearance)
         m->show(appearance);
-    auto* name = m->form.editor->findChild<QLineEdit*>(NameControl);
+    QLineEdit* name = m->nameLine();
     if (!name)
         return;
-    m->renamedFrom = focusWidget();
+    m->renaming = {name, name->text(), focusWidget()};
     m->form.editorArea->ensureWidgetVisible(name);
     name->setFocus(Qt::ShortcutFocusReason);
     name->selectAll();
+}
+
+// Controls of the appearance before may still be there; the last ones are those of this one.
+QLineEdit* CMaterialLibraryWidget::Private::nameLine() const
+{
+    const QList<QLineEdit*> lines = form.editor->findChildren<QLineEdit*>(NameControl);
+    return lines.isEmpty() ? nullptr : lines.last();
+}
+
+// The line itself cannot take back what was typed: each letter was an edit.
+void CMaterialLibraryWidget::Private::endRenaming(bool isKept)
+{
+    const Renaming ended = std::exchange(renaming, {});
+    if (!isKept && ended.line)
+        ended.line->setText(ended.before);
+    if (ended.from)
+        ended.from->setFocus(Qt::OtherFocusReason);
 }
 
 // ---- files
 
 void CMaterialLibraryWidget::OnExportAppearances(const Appearances& appearances)
 {
-    CAppearanceExchange exchange(m->library, *this);
+    if (appearances.empty())
+        return;
+    const Appearances exported(appearances.begin(),
+                               appearances.end());  // the browser's own may go while files are asked for
     const QPointer<CMaterialLibraryWidget> alive(this);
-    if (appearances.size() == 1) {
-        const CAppearanceInstancePtr appearance = appearances.front();
-        const QString path = m->askForArchive(*this, exchange.FileName(*appearance));
-        if (alive && !path.isEmpty())
-            exchange.Write(appearance, path);
-    } else if (!appearances.empty()) {
-        const Appearances kept = appearances;
-        const QString folder = QFileDialog::getExistingDirectory(this, tr("导出材质"), m->exchangeFolder);
-        if (alive && !folder.isEmpty()) {
-            m->exchangeFolder = folder;
-            exchange.WriteAll(kept, folder);
-        }
+    CAppearanceExchange exchange(m->library, *this);
+    if (exported.size() == 1) {
+        const QString path = m->askForArchive(*this, exchange.FileName(*exported.front()));
+        if (!path.isEmpty())
+            exchange.Write(exported.front(), path);
+    } else {
+        const QString folder = m->askForFolder(*this);
+        if (!folder.isEmpty())
+            exchange.WriteAll(exported, folder);
     }
     if (alive && !exchange.Complaints().isEmpty())
-        QMessageBox::warning(this, tr("提示"), tr("导出时出现问题：") + '\n' + shorten(exchange.Complaints()));
+        MessageBoxes::Warn(this, tr("提示"), tr("导出时出现问题：") + '\n' + shorten(exchange.Complaints()));
 }
 
 QString CMaterialLibraryWidget::Private::askForArchive(CMaterialLibraryWidget& dialog, const QString& name)
 {
-    QFileDialog files(&dialog, tr("导出材质"), exchangeFolder, tr("材质归档 (*.ggm)"));
-    files.setAcceptMode(QFileDialog::AcceptSave);
-    files.setDefaultSuffix(QStringLiteral("ggm"));
-    files.selectFile(name + QStringLiteral(".ggm"));
+    auto* files = new QFileDialog(&dialog, tr("导出材质"), exchangeFolder, tr("材质归档 (*.ggm)"));
+    files->setAcceptMode(QFileDialog::AcceptSave);
+    files->setDefaultSuffix(QStringLiteral("ggm"));
+    files->selectFile(name + QStringLiteral(".ggm"));
+    return askForFiles(dialog, files).value(0);
+}
+
+QString CMaterialLibraryWidget::Private::askForFolder(CMaterialLibraryWidget& dialog)
+{
+    auto* files = new QFileDialog(&dialog, tr("导出材质"), exchangeFolder);
+    files->setFileMode(QFileDialog::Directory);
+    files->setOption(QFileDialog::ShowDirsOnly);
+    const QString folder = askForFiles(dialog, files).value(0);
+    if (!folder.isEmpty())
+        exchangeFolder = folder;
+    return folder;
+}
+
+// None when the opening of the dialog has ended meanwhile, or the dialog itself is gone.
+QStringList CMaterialLibraryWidget::Private::askForFiles(CMaterialLibraryWidget& dialog, QFileDialog* files)
+{
+    const unsigned opening = openings;
     const QPointer<CMaterialLibraryWidget> alive(&dialog);
-    if (files.exec() != QDialog::Accepted || !alive)
+    const QPointer<QFileDialog> owned(files);
+    const bool isChosen = files->exec() == QDialog::Accepted;
+    const QStringList chosen = isChosen && owned ? owned->selectedFiles() : QStringList();
+    delete owned;
+    if (!alive || opening != openings || chosen.isEmpty())
         return {};
-    exchangeFolder = files.directory().path();
-    return files.selectedFiles().value(0);
+    exchangeFolder = QFileInfo(chosen.first()).path();
+    return chosen;
 }
 
 void CMaterialLibraryWidget::OnImportAppearances(const QStringList& files)
@@ -224,35 +262,44 @@ void CMaterialLibraryWidget::OnImportAppearances(const QStringList& files)
     if (!m->hasProject(*this))
         return;
     const QPointer<CMaterialLibraryWidget> alive(this);
-    const QStringList chosen = files.isEmpty() ? QFileDialog::getOpenFileNames(this, tr("导入材质"), m->exchangeFolder,
-                                                                               tr("材质 (*.ggm *.json)"))
-                                               : files;
-    if (!alive || chosen.isEmpty())
+    QStringList chosen = files;
+    if (chosen.isEmpty()) {
+        auto* dialog = new QFileDialog(this, tr("导入材质"), m->exchangeFolder, tr("材质 (*.ggm *.json)"));
+        dialog->setFileMode(QFileDialog::ExistingFiles);
+        chosen = m->askForFiles(*this, dialog);
+    }
+    const auto project = alive && !chosen.isEmpty() && m->hasProject(*this) ? m->projectLibrary() : nullptr;
+    if (!project)
         return;
-    m->exchangeFolder = QFileInfo(chosen.first()).path();
+    const unsigned opening = m->openings;
     CAppearanceExchange exchange(m->library, *this);
-    const Appearances imported = exchange.Read(chosen, *m->projectLibrary());
-    if (alive && m->projectLibrary())
-        addImported(imported);
+    const Appearances imported = exchange.Read(chosen, *project);
+    if (!alive || opening != m->openings)
+        return;
+    addImported(imported);
     if (alive && !exchange.Complaints().isEmpty())
-        QMessageBox::warning(this, tr("提示"), tr("以下文件未能导入：") + '\n' + shorten(exchange.Complaints()));
+        MessageBoxes::Warn(this, tr("提示"), tr("以下文件未能导入：") + '\n' + shorten(exchange.Complaints()));
 }
 
 // Selecting comes last: whoever hears of it may do anything to the dialog.
 void CMaterialLibraryWidget::addImported(const Appearances& appearances)
 {
     const auto project = m->projectLibrary();
-    const bool isMany = appearances.size() > 1;
+    CAppearanceInstancePtr last;
     for (const CAppearanceInstancePtr& appearance : appearances) {
-        project->AddInstance(appearance);
+        // The host may have changed the library while the files were read.
+        if (!project || !project->AddInstance(appearance))
+            continue;
         OnTransformEditedData(m->record(*appearance, kiv::EditedMaterialAdded));
-        if (!isMany)
-            m->showInProject(appearance, true);
+        last = appearance;
     }
-    if (isMany)
+    if (!last)
+        return;
+    if (appearances.size() == 1)
+        m->showInProject(last, true);
+    else
         m->form.projectBrowser->UpdateLibrary(project);
-    if (!appearances.empty())
-        m->form.projectBrowser->SelectAppearance(appearances.back());
+    m->form.projectBrowser->SelectAppearance(last);
 }
 
 // ---- questions
@@ -285,6 +332,8 @@ void CMaterialLibraryWidget::Private::connectOperations(CMaterialLibraryWidget& 
 
 bool CMaterialLibraryWidget::confirmDeletion(const Appearances& appearances)
 {
+    if (!m->hasProject(*this))
+        return false;
     int uses = 0;
     for (const CAppearanceInstancePtr& appearance : appearances)
         uses += CountAppearanceUses(appearance);
@@ -304,8 +353,6 @@ bool CMaterialLibraryWidget::confirmRemoval(const Appearances& appearances)
 
 bool CMaterialLibraryWidget::Private::ask(CMaterialLibraryWidget& dialog, const QString& question) const
 {
-    const QPointer<CMaterialLibraryWidget> alive(&dialog);
-    const auto answer =
-        QMessageBox::question(&dialog, tr("提示"), question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    return alive && answer == QMessageBox::Yes;
+    return MessageBoxes::Ask(&dialog, QMessageBox::Question, tr("提示"), question, QMessageBox::Yes | QMessageBox::No,
+                             QMessageBox::No) == QMessageBox::Yes;
 }

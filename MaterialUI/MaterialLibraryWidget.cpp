@@ -12,6 +12,7 @@
 #include <CloudService.h>
 #include <MaterialConstants.h>
 #include <MaterialHelper.h>
+#include <MessageBoxes.h>
 
 #include <glenox/StdStringTrans.h>
 #include <kiv/AppearanceLibraryParser.h>
@@ -25,7 +26,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
@@ -35,6 +35,7 @@
 #include <QTranslator>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <utility>
 
 using kiv::GStdStringTrans;
@@ -197,27 +198,36 @@ std::wstring CMaterialLibraryWidget::GetCurrentMaterialID() const
 
 void CMaterialLibraryWidget::UpdateBrowserLibrary()
 {
-    if (const auto library = m->projectLibrary())
-        m->form.projectBrowser->UpdateLibrary(library);
+    auto library = m->projectLibrary();
+    if (!library) {
+        library = std::make_shared<kiv::CAppearanceLibrary>();
+        library->SetName(m->projectLibraryName);
+    }
+    m->form.projectBrowser->UpdateLibrary(library);
     m->followLibrary();
 }
 
-// What is edited may have been taken away or replaced by the host.
+// What is shown may have been taken away or replaced, by the host, by deleting it or by taking something back.
 void CMaterialLibraryWidget::Private::followLibrary() const
 {
-    const kiv::CAppearanceInstancePtr edited = form.editor->GetAppearance();
+    const kiv::CAppearanceInstancePtr shown = form.editor->GetAppearance();
+    if (!shown || isKnown(shown))
+        return;
     const auto library = projectLibrary();
-    if (!edited || !library || !form.editor->isEnabled())
-        return;
-    const auto now = library->FindInstance(edited->GetId());
-    const auto favorites = manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME);
-    const bool isFavorite = favorites && favorites->FindInstance(edited->GetId()) == edited;
-    if (now == edited || isFavorite)
-        return;
-    if (now)
+    if (const auto now = library ? library->FindInstance(shown->GetId()) : nullptr) {
         show(now);
-    else
-        form.editor->setEnabled(false);
+        return;
+    }
+    form.previewer->SetAppearance({});
+    form.heading->ShowAppearance({});
+    form.editor->setEnabled(false);
+}
+
+bool CMaterialLibraryWidget::Private::isKnown(const kiv::CAppearanceInstancePtr& appearance) const
+{
+    return std::any_of(manager.beginLibrary(), manager.endLibrary(), [&](const auto& entry) {
+        return entry.second->FindInstance(appearance->GetId()) == appearance;
+    });
 }
 
 void CMaterialLibraryWidget::SetApplyAppearanceReactor(
@@ -271,7 +281,8 @@ void CMaterialLibraryWidget::OnDoubleClickTableWidget(QModelIndex index)
     if (!appearance)
         return;
     if (m->needsCloud(appearance)) {
-        QMessageBox::information(this, QStringLiteral("提示"), QStringLiteral("当前网络异常，云端数据不可用！"));
+        MessageBoxes::Ask(this, QMessageBox::Information, QStringLiteral("提示"),
+                          QStringLiteral("当前网络异常，云端数据不可用！"), QMessageBox::Ok, QMessageBox::Ok);
         return;
     }
     if (isSystem) {
@@ -361,6 +372,7 @@ void CMaterialLibraryWidget::OnRevocation()
 void CMaterialLibraryWidget::done(int result)
 {
     const QPointer<CMaterialLibraryWidget> alive(this);
+    ++m->openings;
     if (result != Rejected)
         m->keepEdits();
     else
@@ -452,26 +464,28 @@ void CMaterialLibraryWidget::hideEvent(QHideEvent* event)
 
 void CMaterialLibraryWidget::closeEvent(QCloseEvent* event)
 {
-    QDialog::closeEvent(event);
-    if (!m->releaseOnClose)
+    const bool isReleasing = m->releaseOnClose;
+    QDialog::closeEvent(event);  // after which a host may have deleted the dialog
+    if (!isReleasing)
         return;
     kiv::CTextureManager::ReleaseTextures();
     kiv::CShaderProgramManager::GetInstance().UnloadAll();
 }
 
-// In the search line the key goes to the match, and in the editor it ends an entry; neither is meant for the default
-// button.
+// In the search line Enter goes to the match, and in the editor it ends an entry; neither is meant for the default
+// button. Whoever renames a row comes back to it by Enter, and by Escape with the name as it was.
 void CMaterialLibraryWidget::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const QWidget* focused = focusWidget();
-    if (!isEnter || !focused || (focused != m->form.searchLine && !m->form.editor->isAncestorOf(focused))) {
+    if (focused && m->renaming.line == focused && (isEnter || event->key() == Qt::Key_Escape)) {
+        event->accept();
+        m->endRenaming(isEnter);
+    } else if (isEnter && focused && (focused == m->form.searchLine || m->form.editor->isAncestorOf(focused))) {
+        event->accept();
+    } else {
         QDialog::keyPressEvent(event);
-        return;
     }
-    event->accept();
-    if (QWidget* before = std::exchange(m->renamedFrom, nullptr))
-        before->setFocus(Qt::OtherFocusReason);
 }
 
 // ---- virtual operations
@@ -492,6 +506,10 @@ std::wstring CMaterialLibraryWidget::NewMaterialId()
 }
 
 void CMaterialLibraryWidget::ApplyAppearance(const kiv::CAppearanceInstancePtr&)
+{
+}
+
+void CMaterialLibraryWidget::AppearanceDownloadFunc(const QString&)
 {
 }
 

@@ -50,6 +50,7 @@ public:
                            bool cloudEnabled);
     CMaterialLibraryWidget(kiv::CMaterialLibrary* library, bool releaseOnClose, QWidget* parent, bool loadTranslation,
                            const std::string& projectLibraryName, bool cloudEnabled);
+    /// A dialog that is destroyed while it is open keeps what was edited.
     ~CMaterialLibraryWidget() override;
 
     /// Selects an appearance of the project library; an id that it lacks selects nothing.
@@ -107,12 +108,12 @@ protected:
     virtual std::wstring NewMaterialId();
     /// Called before the reactor by everything that applies but a mere selection; empty in this edition.
     virtual void ApplyAppearance(const kiv::CAppearanceInstancePtr& appearance);
-    /// How many elements of the building use the appearance: who deletes one that is used is asked first. None in this
-    /// edition, which knows no elements.
-    virtual int CountAppearanceUses(const kiv::CAppearanceInstancePtr& appearance);
     /// The user wants the textures of an appearance that is in the cloud. Empty in this edition, which brings those of
     /// the rows on the screen by itself.
     virtual void AppearanceDownloadFunc(const QString& id);
+    /// How many elements of the building use the appearance: who deletes one that is used is asked first. None in this
+    /// edition, which knows no elements.
+    virtual int CountAppearanceUses(const kiv::CAppearanceInstancePtr& appearance);
 
     /// Fills the user library "Favorite Library" (made when missing) from the ".json" and ".ggm" files of the folder
     /// `root`/`libraryName`, behind a modal progress dialog. What cannot be read and ids that occur twice are skipped;

@@ -4,10 +4,12 @@
 #include "MaterialLibraryForm.h"
 #include "MaterialLibraryWidget.h"
 
+#include <QLineEdit>
 #include <QPointer>
 #include <QTimer>
 
 class LoginCallback;
+class QFileDialog;
 
 /// The dialog's own state, for the files that implement it: MaterialLibraryWidget.cpp (window, selecting, editing),
 /// MaterialLibraryOperations.cpp (what is done to the project's materials) and MaterialLibraryCloud.cpp (account,
@@ -29,6 +31,9 @@ struct CMaterialLibraryWidget::Private {
     void apply(const kiv::CAppearanceInstancePtr& appearance) const;
     void show(const kiv::CAppearanceInstancePtr& appearance) const;
     void followLibrary() const;
+    bool isKnown(const kiv::CAppearanceInstancePtr& appearance) const;
+    QLineEdit* nameLine() const;
+    void endRenaming(bool isKept);
     bool hasProject(CMaterialLibraryWidget& dialog) const;
     bool moveIntoProject(const kiv::CAppearanceInstancePtr& copy) const;
     void showInProject(const kiv::CAppearanceInstancePtr& appearance, bool isThere) const;
@@ -36,6 +41,8 @@ struct CMaterialLibraryWidget::Private {
     static void changeType(kiv::CAppearanceInstance& appearance, kiv::CAppearanceInstance& fresh,
                            const kiv::String& typeName);
     QString askForArchive(CMaterialLibraryWidget& dialog, const QString& name);
+    QString askForFolder(CMaterialLibraryWidget& dialog);
+    QStringList askForFiles(CMaterialLibraryWidget& dialog, QFileDialog* files);
     bool ask(CMaterialLibraryWidget& dialog, const QString& question) const;
     void keepEdits();
     void showAnew(const kiv::CAppearanceInstancePtr& appearance) const;
@@ -67,8 +74,15 @@ struct CMaterialLibraryWidget::Private {
     CFavoriteMirror mirror;
     LoginCallback* loginCallback = nullptr;
     kiv::CAppearanceLibraryPtr loadedFavorites;  ///< the library object that was filled from the disk
-    QPointer<QWidget> renamedFrom;               ///< where the keyboard was before the name was edited by the menu
-    QString exchangeFolder;                      ///< where files were brought in or sent out last
+    /// Of a name that is edited by the menu: the editor's line, the name before, where the keyboard comes from.
+    struct Renaming {
+        QPointer<QLineEdit> line;
+        QString before;
+        QPointer<QWidget> from;
+    };
+    Renaming renaming;
+    QString exchangeFolder;      ///< where files were brought in or sent out last
+    unsigned openings = 0;       ///< that ended; what began in one of them does not go on in another
     QStringList failedRemovals;  ///< not told of yet
     QTimer statusTimer;
     QTimer favoriteLoadTimer;

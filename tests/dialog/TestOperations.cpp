@@ -226,6 +226,9 @@ private slots:
         QCOMPARE(CEditStack::Instance().IsEmpty(), !recorded);
         QVERIFY(!editor()->isEnabled());
         QCOMPARE(m_dialog->GetCurrentMaterialID(), std::wstring());
+        m_dialog->applied.clear();
+        emit m_dialog->findChild<QPushButton*>("pushButtonApply")->pressed();
+        QCOMPARE(m_dialog->applied, QStringList());
         m_dialog->OnRevocation();
         QCOMPARE(documents() == before, recorded);
     }
@@ -356,6 +359,55 @@ private slots:
         m_dialog->UpdateBrowserLibrary();
         m_dialog->OnRevocation();
         QVERIFY(!m_fixture->manager().FindUserAppearanceLibrary("Customer Library"));
+    }
+
+    // The status timer, the network or the host's own timers may close and delete it at any time.
+    void theDialogMayGoWhileItAsks_data()
+    {
+        const auto row = testColumns<bool>("aboutFiles");
+        row("question", false);
+        row("file dialog", true);
+    }
+
+    void theDialogMayGoWhileItAsks()
+    {
+        QFETCH(bool, aboutFiles);
+        m_dialog->uses = 1;
+        m_dialog->clickRow(m_dialog->project(), "p0");
+        const Documents before = documents();
+        ModalMeeting<QDialog> going([&](QDialog&) { m_dialog.reset(); });
+        if (aboutFiles)
+            m_dialog->OnImportAppearances({});
+        else
+            m_dialog->project()->OnMenuDeleteAppearance();
+        QVERIFY(going.met && !m_dialog);
+        QCOMPARE(documents(), before);
+    }
+
+    void theProjectMayGoWhileFilesAreChosen()
+    {
+        ModalMeeting<QFileDialog> going([&](QFileDialog& files) {
+            m_fixture->manager().DeleteUserAppearanceLibrary("Customer Library");
+            files.selectFile(m_fixture->path("textures/a.png"));
+            QMetaObject::invokeMethod(&files, "accept");
+        });
+        Answered hint(QMessageBox::Ok);
+        m_dialog->OnImportAppearances({});
+        QVERIFY(going.met);
+        QCOMPARE(hint.count, 1);
+    }
+
+    void renamingCanBeGivenUp()
+    {
+        const Documents before = documents();
+        press(m_dialog->project(), "p0", Qt::Key_F2);
+        for (const Qt::Key key : {Qt::Key_A, Qt::Key_B, Qt::Key_Escape})
+            QTest::keyClick(control<CLineEditCtrl>("name"), key);
+        QVERIFY(m_dialog->isVisible());
+        QVERIFY(table(m_dialog->project())->hasFocus());
+        QCOMPARE(documents(), before);
+        m_dialog->close();
+        QCOMPARE(documents(), before);
     }
 
     void anyIdWillDo_data()
