@@ -402,6 +402,13 @@
     </message>
 </context>
 <context>
+    <name>CFavoriteStore</name>
+    <message>
+        <source>不是可用作贴图的图片（JPG、PNG 或 BMP）</source>
+        <translation>不是可用作贴图的图片（JPG、PNG 或 BMP）</translation>
+    </message>
+</context>
+<context>
     <name>CImageCtrl</name>
     <message>
         <source>Auto generate bump image</source>
@@ -530,6 +537,10 @@
             <numerusform>确定要从我的材质中移除这 %n 个材质吗？移除后无法撤销。</numerusform>
         </translation>
     </message>
+    <message>
+        <source>无法移除：</source>
+        <translation>无法移除：</translation>
+    </message>
 </context>
 <context>
     <name>CTextureEditorDlg</name>
@@ -623,6 +634,21 @@
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>MessageBoxes</name>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>是(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>否(&amp;N)</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
     </message>
 </context>
 </TS>
