@@ -185,6 +185,9 @@ private slots:
             m_fixture->write("favorites/Favorite Library/" + number + ".json",
                              isBroken ? whole.left(whole.size() / 2) : whole);
         }
+        const QByteArray endless = '"' + QByteArray(100000, 'k') + "\":1";
+        m_fixture->write("favorites/Favorite Library/00007.json",
+                         QByteArray(text).insert(text.indexOf('{') + 1, endless + ',' + endless + ','));
         TestedDialog dialog(*m_fixture, true);
         const auto* notice = dialog.findChild<QLabel*>("LabelNotice");
         QVERIFY(!notice->isVisibleTo(&dialog));
@@ -198,6 +201,7 @@ private slots:
         QCOMPARE(notice->text(), QString(u8"100 个收藏无法读取"));
         const QStringList details = notice->toolTip().split('\n');
         QCOMPARE(details.size(), 11);
+        QVERIFY2(details[0].size() == 300 && details[0].endsWith(u8"k…"), qPrintable(details[0]));
         QVERIFY2(details[1].startsWith("00107.json") && details[1].contains("JSON"), qPrintable(details[1]));
         QCOMPARE(boxes, 0);
         QVERIFY(most > count / 2);
