@@ -4,7 +4,8 @@
 
 #include <QLineEdit>
 
-/// Shows a text. Setting the text that is shown already announces nothing.
+/// Shows a text. Setting the text that is shown already announces nothing. It cannot undo by itself: whoever keeps the
+/// records of the changes does.
 class CLineEditCtrl : public kiv::TDynamicPropertyControl<std::string, QLineEdit> {
     Q_OBJECT
 
@@ -19,4 +20,8 @@ signals:
 
 public slots:
     void OnValueChanged(const QString& text);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 };
