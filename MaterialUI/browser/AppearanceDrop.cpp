@@ -2,6 +2,8 @@
 
 #include "AppearanceMime.h"
 
+#include <MaterialHelper.h>
+
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
@@ -28,7 +30,7 @@ QStringList filesOf(const QMimeData& data)
 
 }  // namespace
 
-CAppearanceDrop::CAppearanceDrop(const kiv::CAppearanceLibraryManager& manager, Target target, QObject* parent)
+CAppearanceDrop::CAppearanceDrop(kiv::CAppearanceLibraryManager& manager, Target target, QObject* parent)
     : QObject(parent), m_manager(manager), m_target(std::move(target))
 {
 }
@@ -82,7 +84,7 @@ kiv::CAppearanceInstancePtr CAppearanceDrop::find(const QDropEvent& event, const
     for (auto it = m_manager.beginLibrary(); it != m_manager.endLibrary(); ++it) {
         const kiv::CAppearanceInstancePtr found = it->second.get() == &target ? nullptr : it->second->FindInstance(id);
         if (found)
-            return found;
+            return kiv::CMaterialHelper::CheckResourceComplete(found, m_manager) ? found : nullptr;
     }
     return nullptr;
 }

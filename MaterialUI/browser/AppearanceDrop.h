@@ -19,14 +19,14 @@ public:
     using Target = std::function<kiv::CAppearanceLibraryPtr()>;
 
     /// The manager, whose libraries an appearance may come from, is borrowed.
-    CAppearanceDrop(const kiv::CAppearanceLibraryManager& manager, Target target, QObject* parent);
+    CAppearanceDrop(kiv::CAppearanceLibraryManager& manager, Target target, QObject* parent);
 
     void Watch(QAbstractItemView& view);
 
 signals:
     /// Paths of this machine, all ".ggm" or ".json".
     void FilesDropped(const QStringList& files);
-    /// An appearance of another library than the target.
+    /// An appearance of another library than the target, with all its textures here.
     void AppearanceDropped(const kiv::CAppearanceInstancePtr& appearance);
 
 protected:
@@ -38,7 +38,7 @@ private:
     kiv::CAppearanceInstancePtr find(const QDropEvent& event, const kiv::CAppearanceLibrary& target) const;
     void announce(const QStringList& files, const kiv::CAppearanceInstancePtr& appearance);
 
-    const kiv::CAppearanceLibraryManager& m_manager;
+    kiv::CAppearanceLibraryManager& m_manager;
     Target m_target;
     QList<QAbstractItemView*> m_views;  ///< borrowed, and only compared
 };

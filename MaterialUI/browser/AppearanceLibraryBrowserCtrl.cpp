@@ -107,9 +107,11 @@ void CAppearanceLibraryBrowserCtrl::currentItemChanged(QTreeWidgetItem* clicked,
         return;
     const QString id = clicked->data(0, IdRole).toString();
     const bool isAppearance = clicked->type() == AppearanceItem;
-    if (isAppearance ? !m->isAnnounced(id) : m->path != (clicked->type() == CategoryItem ? id : QString()))
+    const bool isNew =
+        isAppearance ? !m->isAnnounced(id) : m->path != (clicked->type() == CategoryItem ? id : QString());
+    m->isPressed = false;  // before announcing, which may be the end of this browser
+    if (isNew)
         m->show(*clicked);
-    m->isPressed = false;
 }
 
 void CAppearanceLibraryBrowserCtrl::currentItemChanged(QTableWidgetItem* current, QTableWidgetItem* previous)
@@ -128,9 +130,10 @@ void CAppearanceLibraryBrowserCtrl::OnSelectItem(QTableWidgetItem* item)
         m->table->SelectClickedRow(item->row());
     m->leavePictureColumn();
     const QString id = m->table->IdOf(item->row());
-    if (!m->isAnnounced(id))
-        m->announce(id);
+    const bool isNew = !m->isAnnounced(id);
     m->isPressed = false;
+    if (isNew)
+        m->announce(id);
 }
 
 void CAppearanceLibraryBrowserCtrl::SetTableWidgetSelectMode()

@@ -138,10 +138,6 @@ public slots:
     void OnMenuAppearanceTypeAccepted();
     void OnMenuAddFavoriteAppearance();
     void OnMenuDownloadAppearance();
-    void OnMenuApplyAppearance();
-    void OnMenuRenameAppearance();
-    void OnMenuExportAppearances();
-    void OnMenuImportAppearances();
     void OnSelectItem(QTableWidgetItem* item);
     void OnChooseLibrary();
     /// Shows an appearance that somebody added to the library, and selects it.
@@ -151,6 +147,10 @@ public slots:
     void OnSynchronizedBtnClick();
     void OnShowTreeMenu(const QPoint& position);
     void onTableWidgetSort(int column);
+    void OnMenuApplyAppearance();
+    void OnMenuRenameAppearance();
+    void OnMenuExportAppearances();
+    void OnMenuImportAppearances();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -415,6 +415,9 @@ private slots:
         QCOMPARE(announcements.take(), QString("copy g"));
         // From the library shown, or from none.
         QVERIFY(!drop(browser->GetTreeWidget(), *AppearanceMime::Make(project->FindInstance("a"), m_fixture.manager)));
+        favorites->FindInstance("g")->GetDiffuseTexture()->SetTextureFile("gone.png");
+        favorites->FindInstance("g")->SetCloudFlag(true);
+        QVERIFY(!drop(browser->GetTreeWidget(), *gold));
         favorites->DeleteInstance("g");
         QVERIFY(!drop(browser->GetTreeWidget(), *gold));
         m_fixture.manager.DeleteUserAppearanceLibrary("Customer Library");
