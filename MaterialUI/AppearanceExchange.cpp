@@ -23,17 +23,25 @@ const QString ArchiveSuffix = QStringLiteral("ggm");
 const QString DocumentSuffix = QStringLiteral("json");
 constexpr int FewFiles = 10;  // are done before a progress dialog could be read
 constexpr int NameLength = 80;
+constexpr int ComplaintLength = 300;  // a message box grows with its texts, and a file may hold names of any length
 
 QString suffixOf(const QString& path)
 {
     return QFileInfo(path).suffix().toLower();
 }
 
+// Not between the halves of a character.
+QString cut(const QString& text, int length)
+{
+    const bool isBetween = text.size() > length && text[length].isLowSurrogate();
+    return text.left(isBetween ? length - 1 : length);
+}
+
 // What some file system refuses, and blanks and points at the end, which one of them drops.
 QString asFileName(const QString& text)
 {
     QString name;
-    for (const QChar c : text.left(NameLength)) {
+    for (const QChar c : cut(text, NameLength)) {
         const bool isRefused = c.unicode() < ' ' || QStringLiteral("\\/:*?\"<>|").contains(c);
         name.append(isRefused ? QLatin1Char('_') : c);
     }
@@ -76,8 +84,9 @@ private:
 
 // ---- writing
 
-bool CAppearanceExchange::Write(const CAppearanceInstancePtr& appearance, const QString& path)
+bool CAppearanceExchange::Write(const CAppearanceInstancePtr& appearance, const QString& chosen)
 {
+    const QString path = archivePath(chosen);
     kiv::CAppearanceParser parser(*m_library.GetMaterialManager());
     if (!parser.AppearanceToZipFile(appearance, path.toStdWString())) {
         complain(path, reasonOf(parser.GetLastError(), path));
@@ -104,6 +113,12 @@ QString CAppearanceExchange::FileName(const kiv::CAppearanceInstance& appearance
     const kiv::String shown = m_library.GetMaterialManager()->LocalizeAppearanceString(appearance.GetName());
     const QString name = asFileName(QString::fromLocal8Bit(shown.c_str()));
     return name.isEmpty() ? tr("材质") : name;
+}
+
+QString CAppearanceExchange::archivePath(const QString& path) const
+{
+    const QFileInfo file(path);
+    return suffixOf(path) == ArchiveSuffix ? path : freePath(file.path(), file.fileName());
 }
 
 QString CAppearanceExchange::freePath(const QString& folder, const QString& name) const
@@ -137,7 +152,7 @@ CAppearanceExchange::Appearances CAppearanceExchange::Read(const QStringList& fi
             return {};
         if (const CAppearanceInstancePtr appearance = readFile(file)) {
             const kiv::String id = appearance->GetId();
-            if (id.empty() || library.FindInstance(id) || ids.count(id) != 0)
+            if (id.empty() || library.FindInstance(id) || isTaken(id) || ids.count(id) != 0)
                 appearance->SetId(kiv::CMaterialLibrary::newGUID());
             ids.insert(appearance->GetId());
             appearances.push_back(appearance);
@@ -145,6 +160,14 @@ CAppearanceExchange::Appearances CAppearanceExchange::Read(const QStringList& fi
         progress.Advance();
     }
     return appearances;
+}
+
+// Two of one id, one of them in another library, would be mistaken for each other by whoever links by id.
+bool CAppearanceExchange::isTaken(const kiv::String& id) const
+{
+    const kiv::CAppearanceLibraryManager& manager = *m_library.GetMaterialManager();
+    return std::any_of(manager.beginLibrary(), manager.endLibrary(),
+                       [&](const auto& entry) { return bool(entry.second->FindInstance(id)); });
 }
 
 // What cannot be edited could not be taken back either.
@@ -172,7 +195,9 @@ CAppearanceInstancePtr CAppearanceExchange::readFile(const QString& path)
 
 void CAppearanceExchange::complain(const QString& path, const QString& reason)
 {
-    m_complaints.append(QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), reason));
+    const QString complaint = QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), reason);
+    const bool isLong = complaint.size() > ComplaintLength;
+    m_complaints.append(isLong ? cut(complaint, ComplaintLength) + QStringLiteral("……") : complaint);
 }
 
 bool CAppearanceExchange::IsExchangeFile(const QString& path)

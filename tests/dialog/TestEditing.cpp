@@ -1,6 +1,7 @@
 #include "DialogFixture.h"
 
 #include <AppearanceDynamicEditor.h>
+#include <AppearanceExchange.h>
 #include <AppearanceLibraryBrowserCtrl.h>
 #include <ColorCtrl.h>
 #include <EditStack.h>
@@ -14,6 +15,7 @@
 #include <SpinBoxCtrl.h>
 
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QTableWidget>
 
@@ -175,6 +177,80 @@ private slots:
         }
         QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
         QCOMPARE(documents(), m_first);
+    }
+
+    void twoDialogsKeepTheirEditsApart_data()
+    {
+        const auto row = testColumns<bool, QStringList>("firstIsKept", "takenBack");
+        row("one kept", true, {"p1"});
+        row("both cancelled", false, {"p0", "p1"});
+    }
+
+    void twoDialogsKeepTheirEditsApart()
+    {
+        QFETCH(bool, firstIsKept);
+        QFETCH(QStringList, takenBack);
+        TestedDialog second(*m_fixture, false);
+        second.show();
+        const auto rename = [](const TestedDialog& dialog, const char* id) {
+            dialog.clickRow(dialog.project(), id);
+            typeAnew(*dialog.findChild<CAppearanceDynamicEditor*>()->findChild<CLineEditCtrl*>("name"), "z");
+        };
+        rename(*m_dialog, "p0");
+        rename(second, "p1");
+        const auto edited = documents();
+        m_dialog->done(firstIsKept ? QDialog::Accepted : QDialog::Rejected);
+        QCOMPARE(documents().value("p1"), edited.value("p1"));
+        QCOMPARE(documents().value("p0"), firstIsKept ? edited.value("p0") : m_first.value("p0"));
+        second.reject();
+        for (const QString& id : edited.keys())
+            QCOMPARE(documents().value(id), (takenBack.contains(id) ? m_first : edited).value(id));
+        QVERIFY(CEditStack::Instance().IsEmpty());
+    }
+
+    // Each of the line's own steps would be one more change, which the next key would take back.
+    void aLineDoesNotUndoByItself()
+    {
+        m_dialog->clickRow(m_dialog->project(), "p0");
+        control<CLineEditCtrl>("name")->setFocus();
+        for (const Qt::Key letter : {Qt::Key_X, Qt::Key_Y})
+            QTest::keyClick(control<CLineEditCtrl>("name"), letter);
+        const auto typed = documents();
+        QContextMenuEvent opening(QContextMenuEvent::Mouse, {}, m_dialog->mapToGlobal({}));
+        QApplication::sendEvent(control<CLineEditCtrl>("name"), &opening);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu && menu->actions().size() > 3);
+        for (const QAction* action : menu->actions())
+            QVERIFY2(!action->text().contains("Undo") && !action->text().contains("Redo"), qPrintable(action->text()));
+        menu->close();
+        QTest::keyClick(control<CLineEditCtrl>("name"), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(documents(), typed);
+        for (int i = 0; i < 2; ++i)
+            QTest::keyClick(control<CLineEditCtrl>("name"), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(documents(), m_first);
+        QVERIFY(CEditStack::Instance().IsEmpty());
+    }
+
+    void whatIsExchangedTakesNothingsPlace()
+    {
+        CAppearanceExchange exchange(m_fixture->library(), *m_dialog);
+        const auto system = m_fixture->manager().GetSystemLibrary()->FindInstance("s1");
+        m_fixture->write("out/砖 2.5.ggm", "an older one");
+        QVERIFY(exchange.Write(system, m_fixture->path("out/砖 2.5")));
+        QCOMPARE(m_fixture->read("out/砖 2.5.ggm"), QByteArray("an older one"));
+        const QString archive = m_fixture->path("out/砖 2.5_2.ggm");
+        const auto read = exchange.Read({archive, archive}, *project());
+        QCOMPARE(read.size(), std::size_t(2));
+        QVERIFY(read[0]->GetId() != "s1" && read[0]->GetId() != read[1]->GetId());
+        QVERIFY(exchange.Complaints().isEmpty());
+
+        const QString halves = QString(79, 'x') + QString::fromUtf8("😀");
+        system->SetName(halves.toStdString());
+        QCOMPARE(exchange.FileName(*system), QString(79, 'x'));
+        const QByteArray key = '"' + QByteArray(5000, 'x') + "\":1";
+        m_fixture->write("out/long.json", "{\"template\":\"Generic\"," + key + ',' + key + '}');
+        exchange.Read({m_fixture->path("out/long.json")}, *project());
+        QVERIFY(exchange.Complaints().size() == 1 && exchange.Complaints().first().size() < 400);
     }
 
     // Wherever the focus is: a text's own undoing would be one more change.
