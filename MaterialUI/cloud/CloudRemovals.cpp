@@ -58,11 +58,14 @@ void CCloudRemovals::change()
 {
     if (std::exchange(m_isChanged, true))
         return;
-    const auto writeLocked = [this] {
-        const QMutexLocker locker(&m_mutex);
-        write();
-    };
-    QMetaObject::invokeMethod(&m_turn, writeLocked, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &m_turn, [this] { flush(); }, Qt::QueuedConnection);
+}
+
+void CCloudRemovals::flush()
+{
+    const QMutexLocker locker(&m_mutex);
+    write();
 }
 
 void CCloudRemovals::write()

@@ -37,6 +37,7 @@ public:
 private:
     void read();
     void change();
+    void flush();
     void write();
 
     mutable QMutex m_mutex;
