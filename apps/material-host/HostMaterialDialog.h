@@ -28,5 +28,8 @@ protected:
     int CountAppearanceUses(const kiv::CAppearanceInstancePtr& appearance) override;
 
 private:
+    bool isInProject(const kiv::CAppearanceInstancePtr& appearance) const;
+
+    const kiv::CAppearanceLibraryManager& m_manager;
     CountUses m_countUses;
 };

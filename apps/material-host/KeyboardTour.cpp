@@ -148,8 +148,9 @@ void KeyboardTour::convert()
         m_tour.picture("type");
         TourInput::press(Qt::Key_Return);
     };
+    const char* const entry = "typeChange";  // translated with the browser's texts, not with this program's
     TourInput::answerModals(
-        [this] { chooseByArrows(QCoreApplication::translate("CAppearanceLibraryBrowserCtrl", "typeChange")); }, {type});
+        [&] { chooseByArrows(QCoreApplication::translate("CAppearanceLibraryBrowserCtrl", entry)); }, {type});
     awaitActive(dialog());
     expect(library->FindInstance(m_copy.toStdString())->GetTemplateName() != before, "it has another type");
     expect(nameInRow("ProjectLibrary", m_copy) == NewName, "and its name");

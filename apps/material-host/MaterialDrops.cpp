@@ -13,12 +13,20 @@ using kiv::CAppearanceInstancePtr;
 
 namespace {
 
-CAppearanceInstancePtr findInLibraries(const kiv::String& id, const kiv::CAppearanceLibraryManager& manager)
+/// The first of the id, or, where there is a document, the first that it is the document of: appearances of different
+/// libraries may have the same id.
+CAppearanceInstancePtr findInLibraries(const kiv::String& id, const kiv::String& document,
+                                       const kiv::CAppearanceLibraryManager& manager)
 {
+    const kiv::CAppearanceParser parser(manager);
+    const auto isMeant = [&](const CAppearanceInstancePtr& found) {
+        return document.empty() || parser.AppearanceToString(found) == document;
+    };
     for (const auto& library : {manager.FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME), manager.GetSystemLibrary(),
                                 manager.FindUserAppearanceLibrary(FAVORITE_LIBRARY_NAME)})
         if (const CAppearanceInstancePtr found = library ? library->FindInstance(id) : nullptr)
-            return found;
+            if (isMeant(found))
+                return found;
     return {};
 }
 
@@ -37,9 +45,9 @@ void MaterialDrops::setEnabled(bool enabled)
 
 CAppearanceInstancePtr MaterialDrops::materialOf(const QMimeData& data, kiv::CAppearanceLibraryManager& manager)
 {
-    if (const CAppearanceInstancePtr known = findInLibraries(AppearanceMime::IdOf(&data), manager))
-        return known;
     const kiv::String document = AppearanceMime::DocumentOf(&data);
+    if (const CAppearanceInstancePtr known = findInLibraries(AppearanceMime::IdOf(&data), document, manager))
+        return known;
     return document.empty() ? nullptr : kiv::CAppearanceParser(manager).AppearanceFromString(document);
 }
 

@@ -24,8 +24,9 @@ public:
     MaterialDrops(QWidget& view, kiv::CMaterialLibrary& library, ElementAt elementAt);
     void setEnabled(bool enabled);
 
-    /// The appearance of the dragged id, from the project's, the system's or the favourite library. One that none of
-    /// them has comes from the document that is dragged along. Null when that is missing or refused.
+    /// The appearance of the dragged id, from the project's, the system's or the favourite library, which the document
+    /// that is dragged along tells apart. One that none of them has comes from that document. Null when that is missing
+    /// or refused.
     static kiv::CAppearanceInstancePtr materialOf(const QMimeData& data, kiv::CAppearanceLibraryManager& manager);
 
 signals:

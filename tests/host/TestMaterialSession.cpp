@@ -183,6 +183,7 @@ private slots:
         row("elevation, cancelled", false, "system", true, false);
         row("space, kept", true, "system", true, true);
         row("of the project", false, "project", true, true);
+        row("with the id of one of the project", false, "twin", true, true);
         row("of another program", false, "unknown", true, true);
         row("nothing but an unknown id", false, "id", false, true);
         row("damaged", false, "damaged", false, true);
@@ -200,14 +201,19 @@ private slots:
         const CAppearanceInstancePtr onWall = m_fixture.systemMaterial("Ashlar masonry");
         const CAppearanceInstancePtr ownOfWall = window.drawnMaterial(Wall);
         const CAppearanceInstancePtr ownOfRoof = window.drawnMaterial(Roof);
-        const CAppearanceInstancePtr known =
-            dragged == "system" ? m_fixture.systemMaterial("Slate roofing") : window.drawnMaterial("upper-wall");
-        const bool isKnown = dragged == "system" || dragged == "project";
+        const CAppearanceInstancePtr known = dragged == "system" || dragged == "twin"
+                                                 ? m_fixture.systemMaterial("Slate roofing")
+                                                 : window.drawnMaterial("upper-wall");
+        const bool isKnown = dragged == "system" || dragged == "project" || dragged == "twin";
+        if (dragged == "twin")
+            m_fixture.manager()
+                .FindUserAppearanceLibrary(CUSTOMER_LIBRARY_NAME)
+                ->AddInstance(ownOfWall->Clone(known->GetId()));
         QMimeData data;
         data.setData("application/x-kiv-appearance-id", isKnown ? known->GetId().c_str() : "nobody's");
         if (dragged != "id")
             data.setData("application/x-kiv-appearance+json",
-                         dragged == "damaged" ? "{" : m_fixture.document(known->Clone("nobody's")));
+                         dragged == "damaged" ? "{" : m_fixture.document(isKnown ? known : known->Clone("nobody's")));
 
         browser(window, "SystemLibrary").SelectAppearance(onWall);
         QVERIFY(!dropOn(window, {2, 2}, data) || space);  // the sky of the elevation
