@@ -1,6 +1,5 @@
 #include "MessageBoxes.h"
 
-#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QPointer>
 
@@ -18,12 +17,11 @@ const ButtonText buttonTexts[] = {
     {QMessageBox::Ok, QT_TRANSLATE_NOOP("MessageBoxes", "OK")},
 };
 
-void translateButtons(const QMessageBox& box)
+// Those that the box does not have are left out.
+void translateButtons(QMessageBox& box)
 {
-    for (const ButtonText& known : buttonTexts) {
-        if (QAbstractButton* button = box.button(known.button))
-            button->setText(QCoreApplication::translate("MessageBoxes", known.text));
-    }
+    for (const ButtonText& known : buttonTexts)
+        box.setButtonText(known.button, QCoreApplication::translate("MessageBoxes", known.text));
 }
 
 }  // namespace
