@@ -286,8 +286,7 @@ private slots:
         QTRY_VERIFY(m_dialog->rowOf(m_dialog->system(), id) >= 0);
         QTRY_VERIFY(!QApplication::activeModalWidget());
         Answered yes(QMessageBox::Yes);
-        m_dialog->clickRow(m_dialog->system(), id);
-        QTest::keyClick(table(m_dialog->system()), Qt::Key_Delete);
+        press(m_dialog->system(), id, Qt::Key_Delete);
         QCOMPARE(yes.count, 1);
         QCOMPARE(favorites()->count(), std::size_t(0));
         for (const auto& [projectId, appearance] : *project())
