@@ -2,6 +2,8 @@
 
 #include "LoadingProgress.h"
 
+#include <MessageBoxes.h>
+
 #include <QFile>
 
 #include <algorithm>
@@ -9,7 +11,6 @@
 
 namespace {
 
-constexpr int MostDetails = 10;
 constexpr int LongestRefusal = 300;  // reasons quote what they refuse
 
 const QLatin1String ArchiveSuffix(".ggm");
@@ -105,8 +106,5 @@ QString CFavoriteLibraryLoader::GetNotice() const
 
 QString CFavoriteLibraryLoader::GetNoticeDetails() const
 {
-    QStringList shown = m_refusals.mid(0, MostDetails);
-    if (m_refusals.size() > MostDetails)
-        shown.append(QStringLiteral("…"));
-    return shown.join(QLatin1Char('\n'));
+    return MessageBoxes::Lines(m_refusals);
 }

@@ -37,8 +37,6 @@ using kiv::GStdStringTrans;
 namespace {
 
 const QString ClientVersion = QStringLiteral("1.0");
-constexpr int ComplaintsShown = 10;  // what a message box has room for
-
 const QString Product = QStringLiteral("KIV");
 
 // Texts of the account are shown as they are in every language.
@@ -283,10 +281,7 @@ void CMaterialLibraryWidget::Private::complainOfRemoval(CMaterialLibraryWidget& 
 void CMaterialLibraryWidget::Private::tellOfRemovals(CMaterialLibraryWidget& dialog)
 {
     const QStringList failed = std::exchange(failedRemovals, {});
-    QStringList shown = failed.mid(0, ComplaintsShown);
-    if (failed.size() > ComplaintsShown)
-        shown.append(QStringLiteral("……"));
-    MessageBoxes::Warn(&dialog, tr("提示"), tr("无法移除：") + '\n' + shown.join('\n'));
+    MessageBoxes::Warn(&dialog, tr("提示"), tr("无法移除：") + '\n' + MessageBoxes::Lines(failed));
 }
 
 // In doubt it is used: by a favourite that was not read, or not brought yet.

@@ -27,18 +27,8 @@ using Appearances = CAppearanceLibraryBrowserCtrl::Appearances;
 
 namespace {
 
-constexpr int ComplaintsShown = 10;  // what a message box has room for
-
 // The widget that edits a material's name, where hosts allow that.
 const QString NameControl = QStringLiteral("name");
-
-QString shorten(const QStringList& complaints)
-{
-    QStringList shown = complaints.mid(0, ComplaintsShown);
-    if (complaints.size() > ComplaintsShown)
-        shown.append(QStringLiteral("……"));
-    return shown.join('\n');
-}
 
 bool isLost(const CAppearanceInstancePtr& appearance)
 {
@@ -219,7 +209,8 @@ void CMaterialLibraryWidget::OnExportAppearances(const Appearances& appearances)
             exchange.WriteAll(exported, folder);
     }
     if (alive && !exchange.Complaints().isEmpty())
-        MessageBoxes::Warn(this, tr("提示"), tr("导出时出现问题：") + '\n' + shorten(exchange.Complaints()));
+        MessageBoxes::Warn(this, tr("提示"),
+                           tr("导出时出现问题：") + '\n' + MessageBoxes::Lines(exchange.Complaints()));
 }
 
 QString CMaterialLibraryWidget::Private::askForArchive(CMaterialLibraryWidget& dialog, const QString& name)
@@ -278,7 +269,8 @@ void CMaterialLibraryWidget::OnImportAppearances(const QStringList& files)
         return;
     addImported(imported);
     if (alive && !exchange.Complaints().isEmpty())
-        MessageBoxes::Warn(this, tr("提示"), tr("以下文件未能导入：") + '\n' + shorten(exchange.Complaints()));
+        MessageBoxes::Warn(this, tr("提示"),
+                           tr("以下文件未能导入：") + '\n' + MessageBoxes::Lines(exchange.Complaints()));
 }
 
 // Selecting comes last: whoever hears of it may do anything to the dialog.

@@ -45,3 +45,12 @@ void MessageBoxes::Warn(QWidget* parent, const QString& title, const QString& te
 {
     Ask(parent, QMessageBox::Warning, title, text, QMessageBox::Ok, QMessageBox::Ok);
 }
+
+QString MessageBoxes::Lines(const QStringList& complaints)
+{
+    constexpr int most = 10;
+    QStringList shown = complaints.mid(0, most);
+    if (complaints.size() > most)
+        shown.append(QStringLiteral("……"));
+    return shown.join(QLatin1Char('\n'));
+}

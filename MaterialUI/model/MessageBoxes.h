@@ -16,4 +16,7 @@ MATERIALUI_EXPORT QMessageBox::StandardButton Ask(QWidget* parent, QMessageBox::
 /// One button to acknowledge.
 MATERIALUI_EXPORT void Warn(QWidget* parent, const QString& title, const QString& text);
 
+/// As many complaints as a box or a tool tip has room for, a line each.
+MATERIALUI_EXPORT QString Lines(const QStringList& complaints);
+
 }  // namespace MessageBoxes
